@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string_view>
+
+// The library's string table: every message and resource text in one place,
+// verbatim, filled by Format where it has directives.
+namespace ts4::msg {
+
+// Structure model.
+inline constexpr std::string_view InvalidTableIndex = "Invalid table index %d";
+inline constexpr std::string_view InvalidLinkIndex = "Invalid link index %d";
+inline constexpr std::string_view InvalidOperatorIndex = "Invalid operator index %d";
+inline constexpr std::string_view NoSuchTable = "No such table %s";
+inline constexpr std::string_view NoPath = "Can not find path between tables";
+inline constexpr std::string_view OperatorNotFound = "Operator not found: %s";
+inline constexpr std::string_view FieldNameOnVirtual = "Can not assign field name to virtual field";
+inline constexpr std::string_view ExprOnDataField = "Can not assign expression to data field";
+inline constexpr std::string_view SectionNotFound = "Can not find section %s";
+inline constexpr std::string_view FieldNotInTable = "Can not find field \"%s\" in table \"%s\"";
+inline constexpr std::string_view NoDatabaseInfo = "DatabaseInfo is not specified";
+
+// Metadata providers.
+inline constexpr std::string_view FieldCountTooSmall = "Field count must be >= 2";
+
+// Foundation.
+inline constexpr std::string_view CannotOpenFile = "Cannot open file \"%s\"";
+inline constexpr std::string_view CannotWriteFile = "Cannot write file \"%s\"";
+inline constexpr std::string_view ListIndexOutOfBounds = "List index out of bounds (%d)";
+inline constexpr std::string_view UnknownFieldType = "Unknown field type: %s";
+inline constexpr std::string_view UnknownFieldKind = "Unknown field kind: %s";
+inline constexpr std::string_view UnknownValueType = "Unknown value type: %s";
+
+// Resource texts.
+inline constexpr std::string_view And = "and";
+
+}  // namespace ts4::msg

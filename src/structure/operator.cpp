@@ -1,0 +1,41 @@
+#include "structure/operator.h"
+
+#include "foundation/error.h"
+#include "foundation/messages.h"
+#include "foundation/string_utils.h"
+
+namespace ts4 {
+namespace {
+
+constexpr std::array<std::string_view, 3> ValueTypeNames = {"vtScalar", "vtList", "vtSubQuery"};
+
+}  // namespace
+
+int TDSOperator::GetParamCount() const {
+  int count = 0;
+  while (sqlName_.find("@" + std::to_string(count + 1)) != std::string::npos) ++count;
+  return count;
+}
+
+std::string OpValueTypeToStr(TOpValueType type) {
+  auto ordinal = static_cast<std::size_t>(type);
+  return ordinal < ValueTypeNames.size() ? std::string(ValueTypeNames[ordinal]) : std::string();
+}
+
+std::optional<TOpValueType> TryStrToOpValueType(std::string_view name) {
+  for (std::size_t i = 0; i < ValueTypeNames.size(); ++i)
+    if (SameText(ValueTypeNames[i], name)) return static_cast<TOpValueType>(i);
+  return std::nullopt;
+}
+
+TOpValueType StrToOpValueType(std::string_view name) {
+  if (auto type = TryStrToOpValueType(name)) return *type;
+  throw EWTessalyError(gecGeneral, msg::UnknownValueType, name);
+}
+
+std::string_view CurrentOperatorName(std::string_view name) {
+  // Only the exact old spelling is mapped: "equalto" stays as it is.
+  return name == "EqualTo" ? std::string_view("Equal") : name;
+}
+
+}  // namespace ts4

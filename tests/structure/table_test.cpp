@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include "structure/structure.h"
+#include "structure/test_support.h"
+
+namespace {
+
+using ts4::TWDBStructure;
+using ts4test::ExpectError;
+
+struct TableSQLCase {
+  const char* name;
+  const char* alias;
+  bool quoted;
+  const char* hints;
+  const char* sql;
+};
+
+class TableSQL : public testing::TestWithParam<TableSQLCase> {};
+
+TEST_P(TableSQL, QuotesNameAppendsAliasAndHints) {
+  const TableSQLCase& c = GetParam();
+  TWDBStructure db;
+  ts4::TDSTable* table = db.AddTable(c.name, c.alias);
+  table->SetQuoted(c.quoted);
+  table->SetHints(c.hints);
+  EXPECT_EQ(table->GetSQLExpr(), c.sql);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Tables, TableSQL,
+    testing::Values(TableSQLCase{"customer", "customer", false, "", "customer"},
+                    TableSQLCase{"customer", "Cust", false, "", "customer Cust"},
+                    TableSQLCase{"customer", "CUSTOMER", false, "", "customer CUSTOMER"},
+                    TableSQLCase{"customer", "Cust", true, "", "\"customer\" Cust"},
+                    TableSQLCase{"Order Items", "Order Items", true, "", "\"Order Items\""},
+                    TableSQLCase{"\"Order Items\"", "Itm", true, "", "\"Order Items\" Itm"},
+                    TableSQLCase{"customer", "Cust", false, "NOLOCK", "customer Cust WITH NOLOCK"},
+                    TableSQLCase{"customer", "customer", true, "INDEX(ix)", "\"customer\" WITH INDEX(ix)"}));
+
+TEST(Table, QuoteSymbolsComeFromTheStructure) {
+  TWDBStructure db;
+  ts4::TSQLFormats formats = db.SQLFormats();
+  formats.SetQuoteSymbol1('[');
+  formats.SetQuoteSymbol2(']');
+  db.SetSQLFormats(formats);
+  ts4::TDSTable* table = db.AddTable("Order Items", "Itm");
+  table->SetQuoted(true);
+  EXPECT_EQ(table->GetSQLExpr(), "[Order Items] Itm");
+}
+
+TEST(Table, NewTableTakesNameAsCaptionAndAlias) {
+  TWDBStructure db;
+  ts4::TDSTable* table = db.AddTable("customer", "");
+  EXPECT_EQ(table->Alias(), "customer");
+  EXPECT_EQ(table->DisplayName(), "customer");
+  EXPECT_EQ(table->GetCompoundName(), "customer - customer");
+  table->SetTableAlias("Cust");
+  EXPECT_EQ(table->GetCompoundName(), "customer - Cust");
+}
+
+TEST(Table, LinksOfATable) {
+  TWDBStructure db;
+  ts4::TDSTable* orders = db.AddTable("orders", "Ord");
+  ts4::TDSTable* customers = db.AddTable("customer", "Cust");
+  ts4::TDSTable* items = db.AddTable("items", "Itm");
+  ts4::TDSLink* toCustomers = db.AddLink(*orders, *customers, "CustNo", "CustNo");
+  ts4::TDSLink* fromItems = db.AddLink(*items, *orders, "OrderNo", "OrderNo");
+  ASSERT_EQ(orders->LinkCount(), 2);
+  EXPECT_EQ(orders->Links(0), toCustomers);
+  EXPECT_EQ(orders->Links(1), fromItems);
+  EXPECT_EQ(orders->LinkByTable(items), fromItems);
+  EXPECT_EQ(items->LinkByTable(customers), nullptr);
+  EXPECT_EQ(customers->LinkByTableAlias("ord"), toCustomers);
+  EXPECT_EQ(customers->LinkByTableAlias("Itm"), nullptr);
+  ExpectError<ts4::EWDBStructError>([&] { (void)orders->Links(2); }, 2, "Invalid link index 2");
+  orders->DelLink(0);
+  EXPECT_EQ(orders->LinkCount(), 1);
+  EXPECT_EQ(db.LinkCount(), 2) << "the table forgets the link; the structure keeps it";
+  ExpectError<ts4::EWDBStructError>([&] { orders->DelLink(1); }, 2, "Invalid link index 1");
+}
+
+TEST(Table, SelfLinkIsListedOnce) {
+  TWDBStructure db;
+  ts4::TDSTable* employees = db.AddTable("employee", "Emp");
+  ts4::TDSLink* manager = db.AddLink(*employees, *employees, "ManagerNo", "EmpNo");
+  EXPECT_EQ(employees->LinkCount(), 1);
+  EXPECT_EQ(employees->LinkByTable(employees), manager);
+}
+
+}  // namespace

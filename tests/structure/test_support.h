@@ -1,0 +1,27 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "foundation/error.h"
+#include "foundation/strings.h"
+
+namespace ts4test {
+
+/// Runs `f` and checks that it raises exactly the error type, code and message.
+template <typename Error = ts4::EWTessalyError, typename F>
+void ExpectError(F&& f, int code, const std::string& message) {
+  try {
+    f();
+    ADD_FAILURE() << "expected error " << code << ": " << message;
+  } catch (const Error& e) {
+    EXPECT_EQ(e.ErrorCode(), code);
+    EXPECT_EQ(std::string(e.what()), message);
+  }
+}
+
+inline std::vector<std::string> Lines(const ts4::TStrings& list) { return list.Lines(); }
+
+}  // namespace ts4test
