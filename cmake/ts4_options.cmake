@@ -5,6 +5,11 @@ include(GNUInstallDirs)
 # consumers of the installed package do not inherit them.
 add_library(ts4_build_options INTERFACE)
 target_compile_options(ts4_build_options INTERFACE -Wall -Wextra -Wpedantic)
+# GCC 12 reports -Wrestrict inside libstdc++ for ordinary string concatenation
+# at -O2 and above (GCC bug 105329, fixed in GCC 13): a false positive.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  target_compile_options(ts4_build_options INTERFACE -Wno-restrict)
+endif()
 if(TS4_WERROR)
   target_compile_options(ts4_build_options INTERFACE -Werror)
 endif()

@@ -9,7 +9,7 @@ namespace ts4 {
 /// A set of the members of a scoped enumeration with at most 64 members,
 /// stored as a bit mask (bit n for the member of ordinal n).
 template <typename E>
-  requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 class TEnumSet {
  public:
   constexpr TEnumSet() = default;

@@ -15,10 +15,36 @@ enum class TWFieldKind : std::uint8_t { wfkData, wfkVirtual };
 
 /// The data-access field types, in their stored ordinal order (0 to 29).
 enum class TFieldType : std::uint8_t {
-  ftUnknown, ftString, ftSmallint, ftInteger, ftWord, ftBoolean, ftFloat, ftCurrency,
-  ftBCD, ftDate, ftTime, ftDateTime, ftBytes, ftVarBytes, ftAutoInc, ftBlob, ftMemo,
-  ftGraphic, ftFmtMemo, ftParadoxOle, ftDBaseOle, ftTypedBinary, ftCursor, ftFixedChar,
-  ftWideString, ftLargeint, ftADT, ftArray, ftReference, ftDataSet
+  ftUnknown,
+  ftString,
+  ftSmallint,
+  ftInteger,
+  ftWord,
+  ftBoolean,
+  ftFloat,
+  ftCurrency,
+  ftBCD,
+  ftDate,
+  ftTime,
+  ftDateTime,
+  ftBytes,
+  ftVarBytes,
+  ftAutoInc,
+  ftBlob,
+  ftMemo,
+  ftGraphic,
+  ftFmtMemo,
+  ftParadoxOle,
+  ftDBaseOle,
+  ftTypedBinary,
+  ftCursor,
+  ftFixedChar,
+  ftWideString,
+  ftLargeint,
+  ftADT,
+  ftArray,
+  ftReference,
+  ftDataSet
 };
 using enum TFieldType;
 using enum TWFieldKind;
@@ -30,11 +56,11 @@ using TFieldTypes = TEnumSet<TFieldType>;
 
 /// The name of every field type, indexed by ordinal.
 inline constexpr std::array<std::string_view, FieldTypeCount> FieldTypeNames = {
-    "ftUnknown",  "ftString",      "ftSmallint", "ftInteger",    "ftWord",       "ftBoolean",
-    "ftFloat",    "ftCurrency",    "ftBCD",      "ftDate",       "ftTime",       "ftDateTime",
-    "ftBytes",    "ftVarBytes",    "ftAutoInc",  "ftBlob",       "ftMemo",       "ftGraphic",
-    "ftFmtMemo",  "ftParadoxOle",  "ftDBaseOle", "ftTypedBinary", "ftCursor",    "ftFixedChar",
-    "ftWideString", "ftLargeint",  "ftADT",      "ftArray",      "ftReference",  "ftDataSet"};
+    "ftUnknown",    "ftString",     "ftSmallint", "ftInteger",     "ftWord",      "ftBoolean",
+    "ftFloat",      "ftCurrency",   "ftBCD",      "ftDate",        "ftTime",      "ftDateTime",
+    "ftBytes",      "ftVarBytes",   "ftAutoInc",  "ftBlob",        "ftMemo",      "ftGraphic",
+    "ftFmtMemo",    "ftParadoxOle", "ftDBaseOle", "ftTypedBinary", "ftCursor",    "ftFixedChar",
+    "ftWideString", "ftLargeint",   "ftADT",      "ftArray",       "ftReference", "ftDataSet"};
 
 /// "ftString" for ftString and so on.
 [[nodiscard]] std::string FldTypeToStr(TFieldType type);

@@ -16,8 +16,8 @@ struct TSpec {
 std::string IntText(std::int64_t value, char type) {
   char buffer[32];
   int base = type == 'x' ? 16 : 10;
-  std::uint64_t magnitude = value < 0 && type != 'x' ? 0 - static_cast<std::uint64_t>(value)
-                                                     : static_cast<std::uint64_t>(value);
+  std::uint64_t magnitude =
+      value < 0 && type != 'x' ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
   auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, magnitude, base);
   std::string digits(buffer, end);
   if (type == 'x') {
@@ -58,17 +58,14 @@ std::string ArgText(const TFormatArg& arg, const TSpec& spec) {
     case 'g':
     case 'e':
       if (arg.Kind() == TFormatArg::TKind::Float) return FloatText(arg.Float(), spec);
-      if (arg.Kind() == TFormatArg::TKind::Int)
-        return FloatText(static_cast<double>(arg.Int()), spec);
+      if (arg.Kind() == TFormatArg::TKind::Int) return FloatText(static_cast<double>(arg.Int()), spec);
       break;
-    default:
-      break;
+    default: break;
   }
   // A mismatched argument is written as it stands rather than refused:
   // a message must never fail to be built.
   switch (arg.Kind()) {
-    case TFormatArg::TKind::Int:
-      return IntText(arg.Int(), 'd');
+    case TFormatArg::TKind::Int: return IntText(arg.Int(), 'd');
     case TFormatArg::TKind::Float: {
       TSpec general;
       general.type = 'g';
@@ -76,8 +73,7 @@ std::string ArgText(const TFormatArg& arg, const TSpec& spec) {
     }
     case TFormatArg::TKind::Text: {
       std::string_view text = arg.Text();
-      if (spec.type == 's' && spec.precision >= 0 &&
-          text.size() > static_cast<std::size_t>(spec.precision))
+      if (spec.type == 's' && spec.precision >= 0 && text.size() > static_cast<std::size_t>(spec.precision))
         text = text.substr(0, static_cast<std::size_t>(spec.precision));
       return std::string(text);
     }

@@ -14,8 +14,8 @@ class TFormatArg {
   enum class TKind : std::uint8_t { Int, Float, Text };
 
   template <typename T>
-    requires(std::is_integral_v<T> && !std::is_same_v<T, bool> && !std::is_same_v<T, char>)
-  TFormatArg(T value) : kind_(TKind::Int), int_(static_cast<std::int64_t>(value)) {}
+  requires(std::is_integral_v<T> && !std::is_same_v<T, bool> && !std::is_same_v<T, char>) TFormatArg(T value)
+      : kind_(TKind::Int), int_(static_cast<std::int64_t>(value)) {}
   TFormatArg(double value) : kind_(TKind::Float), float_(value) {}
   TFormatArg(std::string_view value) : kind_(TKind::Text), text_(value) {}
   TFormatArg(const std::string& value) : kind_(TKind::Text), text_(value) {}

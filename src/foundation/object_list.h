@@ -91,8 +91,7 @@ class TWObjectList {
 
  private:
   static void Check(int index, int limit) {
-    if (index < 0 || index >= limit)
-      throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
+    if (index < 0 || index >= limit) throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
   }
   std::vector<std::unique_ptr<T>> items_;
 };

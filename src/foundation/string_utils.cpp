@@ -9,12 +9,16 @@
 namespace ts4 {
 namespace {
 
-constexpr char FoldCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+constexpr char FoldCase(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
 
-constexpr bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
+constexpr bool IsBlank(char c) {
+  return static_cast<unsigned char>(c) <= ' ';
+}
 
-std::string ReplaceAll(std::string_view text, std::string_view search,
-                       std::string_view replacement, bool ignoreCase) {
+std::string ReplaceAll(std::string_view text, std::string_view search, std::string_view replacement,
+                       bool ignoreCase) {
   if (search.empty()) return std::string(text);
   std::string result;
   result.reserve(text.size());
@@ -93,7 +97,9 @@ bool XStrToBool(std::string_view text) {
   return XStrToInt(text, 0) != 0;
 }
 
-std::string XBoolToStr(bool value) { return value ? "1" : "0"; }
+std::string XBoolToStr(bool value) {
+  return value ? "1" : "0";
+}
 
 std::string XFloatToStr(double value) {
   if (!std::isfinite(value)) return "0";
@@ -118,8 +124,8 @@ std::string ReplaceStr(std::string_view text, std::string_view search, std::stri
   return ReplaceAll(text, search, replacement, false);
 }
 
-std::string XReplaceStr(std::string_view text, std::string_view search,
-                        std::string_view replacement, bool ignoreCase) {
+std::string XReplaceStr(std::string_view text, std::string_view search, std::string_view replacement,
+                        bool ignoreCase) {
   return ReplaceAll(text, search, replacement, ignoreCase);
 }
 
@@ -183,6 +189,8 @@ bool EqualToSpaces(std::string_view a, std::string_view b) {
   }
 }
 
-bool StrInList(std::string_view text, const TStrings& list) { return list.IndexOf(text) >= 0; }
+bool StrInList(std::string_view text, const TStrings& list) {
+  return list.IndexOf(text) >= 0;
+}
 
 }  // namespace ts4

@@ -69,6 +69,8 @@ class TStrings;
 /// True when the list holds a line equal to the text ignoring ASCII case.
 [[nodiscard]] bool StrInList(std::string_view text, const TStrings& list);
 /// The smaller of two integers.
-[[nodiscard]] constexpr int MinInt(int a, int b) { return a < b ? a : b; }
+[[nodiscard]] constexpr int MinInt(int a, int b) {
+  return a < b ? a : b;
+}
 
 }  // namespace ts4

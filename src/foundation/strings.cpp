@@ -13,7 +13,9 @@ namespace {
 constexpr char Quote = '"';
 constexpr char Delimiter = ',';
 
-constexpr bool IsBlankOrControl(char c) { return static_cast<unsigned char>(c) <= ' '; }
+constexpr bool IsBlankOrControl(char c) {
+  return static_cast<unsigned char>(c) <= ' ';
+}
 
 bool NeedsQuotes(std::string_view item) {
   for (char c : item)

@@ -35,7 +35,9 @@ void TWDBInfo::Update() {
   fieldsRead_ = false;
 }
 
-void TWDBInfo::ConnectionChanged() { Update(); }
+void TWDBInfo::ConnectionChanged() {
+  Update();
+}
 
 const TStrings& TWDBInfo::GetTableNames() {
   if (!tablesRead_) {

@@ -14,7 +14,9 @@ namespace ts4 {
 TDSField::TDSField(TWCustomDBStructure& owner, TWFieldKind kind, int id)
     : owner_(&owner), id_(id), kind_(kind) {}
 
-void TDSField::Changed() const { owner_->Changed(); }
+void TDSField::Changed() const {
+  owner_->Changed();
+}
 
 void TDSField::SetID(int id) {
   id_ = id;
@@ -52,9 +54,8 @@ void TDSField::AddTable(TDSTable& table) {
 }
 
 void TDSField::ExcludeTables(const std::vector<TDSTable*>& tables) {
-  std::erase_if(tables_, [&](TDSTable* t) {
-    return std::find(tables.begin(), tables.end(), t) != tables.end();
-  });
+  std::erase_if(tables_,
+                [&](TDSTable* t) { return std::find(tables.begin(), tables.end(), t) != tables.end(); });
   Changed();
 }
 
@@ -118,7 +119,9 @@ void TDSField::DelOperator(int index) {
   Changed();
 }
 
-void TDSField::RemoveOperator(const TDSOperator* op) { std::erase(operators_, op); }
+void TDSField::RemoveOperator(const TDSOperator* op) {
+  std::erase(operators_, op);
+}
 
 void TDSField::ClearOperators() {
   operators_.clear();
@@ -162,8 +165,12 @@ std::string TDSField::GetFullName() const {
   return table == nullptr ? displayName_ : table->DisplayName() + "." + displayName_;
 }
 
-std::string TDSField::GetGroupName() const { return group_ == nullptr ? std::string() : group_->GroupName(); }
+std::string TDSField::GetGroupName() const {
+  return group_ == nullptr ? std::string() : group_->GroupName();
+}
 
-std::string TDSField::ValueAsString(std::string_view value) const { return std::string(value); }
+std::string TDSField::ValueAsString(std::string_view value) const {
+  return std::string(value);
+}
 
 }  // namespace ts4

@@ -17,8 +17,7 @@ void TDSFieldGroup::SetGroupName(std::string name) {
 }
 
 TDSField* TDSFieldGroup::Fields(int index) const {
-  if (index < 0 || index >= FieldCount())
-    throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
+  if (index < 0 || index >= FieldCount()) throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
   return fields_[static_cast<std::size_t>(index)];
 }
 

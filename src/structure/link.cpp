@@ -11,7 +11,9 @@ TDSTable* TDSLink::OtherTable(const TDSTable* table) const {
   return table1_ == table ? table2_ : table1_;
 }
 
-void TDSLink::Changed() const { table1_->Structure().Changed(); }
+void TDSLink::Changed() const {
+  table1_->Structure().Changed();
+}
 
 void TDSLink::SetFields1(const TStrings& names) {
   fldName1_ = names;

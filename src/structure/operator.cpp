@@ -13,8 +13,13 @@ constexpr std::array<std::string_view, 3> ValueTypeNames = {"vtScalar", "vtList"
 
 int TDSOperator::GetParamCount() const {
   int count = 0;
-  while (sqlName_.find("@" + std::to_string(count + 1)) != std::string::npos) ++count;
-  return count;
+  std::string marker;
+  while (true) {
+    marker.assign(1, '@');
+    marker.append(std::to_string(count + 1));
+    if (sqlName_.find(marker) == std::string::npos) return count;
+    ++count;
+  }
 }
 
 std::string OpValueTypeToStr(TOpValueType type) {

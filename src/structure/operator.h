@@ -25,9 +25,9 @@ using TExOperators = TEnumSet<TExOperator>;
 using TAppliedTypes = TFieldTypes;
 
 /// Types that can be compared: the set of the six comparisons, InList and Between.
-inline constexpr TFieldTypes ComparableTypes = {
-    ftString, ftSmallint, ftInteger, ftWord,     ftBoolean, ftFloat,   ftCurrency,
-    ftBCD,    ftDate,     ftTime,    ftDateTime, ftAutoInc, ftLargeint};
+inline constexpr TFieldTypes ComparableTypes = {ftString,   ftSmallint, ftInteger, ftWord, ftBoolean,
+                                                ftFloat,    ftCurrency, ftBCD,     ftDate, ftTime,
+                                                ftDateTime, ftAutoInc,  ftLargeint};
 /// Types that IsNull is offered for.
 inline constexpr TFieldTypes NullableTypes = ComparableTypes | TFieldTypes{ftMemo, ftFmtMemo};
 /// Types that the LIKE operators are offered for.
@@ -108,8 +108,19 @@ inline constexpr std::array<TStandardOperator, 13> StandardOperators = {{
 
 /// Positions of the standard operators in StandardOperators.
 enum class TStdOp : std::uint8_t {
-  Equal, NotEqual, LessThan, LessOrEqual, GreaterThan, GreaterOrEqual, IsNull,
-  InList, StartsWith, NotStartsWith, Contains, NotContains, Between
+  Equal,
+  NotEqual,
+  LessThan,
+  LessOrEqual,
+  GreaterThan,
+  GreaterOrEqual,
+  IsNull,
+  InList,
+  StartsWith,
+  NotStartsWith,
+  Contains,
+  NotContains,
+  Between
 };
 
 [[nodiscard]] constexpr const TStandardOperator& StandardOperator(TStdOp op) {

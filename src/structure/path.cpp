@@ -27,9 +27,13 @@ TDSTable* TDSPath::Tables(int index) const {
   return structure_->Tables(positions_[static_cast<std::size_t>(index)]);
 }
 
-TDSTable* TDSPath::StartPoint() const { return positions_.empty() ? nullptr : Tables(0); }
+TDSTable* TDSPath::StartPoint() const {
+  return positions_.empty() ? nullptr : Tables(0);
+}
 
-TDSTable* TDSPath::EndPoint() const { return positions_.empty() ? nullptr : Tables(TableCount() - 1); }
+TDSTable* TDSPath::EndPoint() const {
+  return positions_.empty() ? nullptr : Tables(TableCount() - 1);
+}
 
 TDSTable* TDSPath::TableByIndex(int position) const {
   for (int p : positions_)

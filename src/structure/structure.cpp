@@ -37,8 +37,8 @@ void TWCustomDBStructure::EndUpdate() {
 // ---- Tables -------------------------------------------------------------------
 
 TDSTable* TWCustomDBStructure::AddTable(std::string_view name, std::string_view alias) {
-  auto table = std::make_unique<TDSTable>(*this, std::string(name),
-                                          std::string(alias.empty() ? name : alias));
+  auto table =
+      std::make_unique<TDSTable>(*this, std::string(name), std::string(alias.empty() ? name : alias));
   table->index_ = tables_.Count();
   TDSTable* added = tables_.Add(std::move(table));
   Changed();
@@ -98,9 +98,8 @@ void TWCustomDBStructure::RenumberTables() {
 
 // ---- Fields -------------------------------------------------------------------
 
-TDSField* TWCustomDBStructure::AddField(TWFieldKind kind, std::string_view expr,
-                                        std::string_view displayName, TDSTable* table,
-                                        bool checkColumn) {
+TDSField* TWCustomDBStructure::AddField(TWFieldKind kind, std::string_view expr, std::string_view displayName,
+                                        TDSTable* table, bool checkColumn) {
   const TDBFieldInfo* column = nullptr;
   if (kind == wfkData && checkColumn) {
     if (databaseInfo_ == nullptr) throw EWDBStructError(secNoDatabaseInfo, std::string(msg::NoDatabaseInfo));
@@ -240,7 +239,8 @@ void TWCustomDBStructure::SetFieldGroup(TDSField& field, TDSFieldGroup* group, i
   RemoveFieldFromGroup(field);
   TDSFieldGroup* target = group != nullptr ? group : rootGroup_.get();
   auto& members = target->fields_;
-  if (position < 0 || position > static_cast<int>(members.size())) position = static_cast<int>(members.size());
+  if (position < 0 || position > static_cast<int>(members.size()))
+    position = static_cast<int>(members.size());
   members.insert(members.begin() + position, &field);
   field.group_ = group;
   Changed();

@@ -28,7 +28,11 @@ using enum TDSTableSearch;
 
 /// What FieldByName compares the text with.
 enum class TDSFieldSearch : std::uint8_t {
-  fsFieldExpr, fsDisplayName, fsCompoundName, fsSQLExpr, fsFullName
+  fsFieldExpr,
+  fsDisplayName,
+  fsCompoundName,
+  fsSQLExpr,
+  fsFullName
 };
 using enum TDSFieldSearch;
 
@@ -73,8 +77,8 @@ class TWCustomDBStructure : public TWComponent {
   /// field's column is looked up through DatabaseInfo and its type and size
   /// taken from there (code 11 without a provider, code 10 for a column the
   /// provider does not know). Operators are offered by AddAppliedOperators.
-  TDSField* AddField(TWFieldKind kind, std::string_view expr, std::string_view displayName,
-                     TDSTable* table, bool checkColumn = false);
+  TDSField* AddField(TWFieldKind kind, std::string_view expr, std::string_view displayName, TDSTable* table,
+                     bool checkColumn = false);
   void DelField(int index);
   /// The field at the index; a bad index raises EWTessalyError.
   [[nodiscard]] TDSField* Fields(int index) const { return fields_.Items(index); }
@@ -92,8 +96,8 @@ class TWCustomDBStructure : public TWComponent {
   /// Takes the link and registers it with both its tables; returns it.
   TDSLink* AddLinkByRef(std::unique_ptr<TDSLink> link);
   /// Adds a link joining field pairs (comma text) with "=", the common case.
-  TDSLink* AddLink(TDSTable& table1, TDSTable& table2, std::string_view fields1,
-                   std::string_view fields2, TDSLinkType type = ltInner);
+  TDSLink* AddLink(TDSTable& table1, TDSTable& table2, std::string_view fields1, std::string_view fields2,
+                   TDSLinkType type = ltInner);
   void DelLink(int index);
   /// The link at the index; a bad index raises EWDBStructError code 2.
   [[nodiscard]] TDSLink* Links(int index) const;
@@ -256,7 +260,7 @@ class TWDBStructure : public TWCustomDBStructure {
 };
 
 /// The field types whose values are quoted when a list value is split.
-inline constexpr TFieldTypes DefaultQuotedTypes = {ftString,    ftDate,    ftTime,       ftDateTime,
-                                                   ftMemo,      ftFmtMemo, ftFixedChar,  ftWideString};
+inline constexpr TFieldTypes DefaultQuotedTypes = {ftString, ftDate,    ftTime,      ftDateTime,
+                                                   ftMemo,   ftFmtMemo, ftFixedChar, ftWideString};
 
 }  // namespace ts4

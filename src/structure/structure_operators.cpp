@@ -21,9 +21,9 @@ int TWCustomDBStructure::AddOperatorByRef(std::unique_ptr<TDSOperator> op) {
   return operators_.Count() - 1;
 }
 
-void TWCustomDBStructure::InitOperator(TDSOperator& op, std::string_view name,
-                                       std::string_view displayName, std::string_view sqlName,
-                                       std::string_view valFormat, TAppliedTypes appliedTypes) {
+void TWCustomDBStructure::InitOperator(TDSOperator& op, std::string_view name, std::string_view displayName,
+                                       std::string_view sqlName, std::string_view valFormat,
+                                       TAppliedTypes appliedTypes) {
   op.SetName(std::string(name));
   op.SetDisplayName(std::string(displayName));
   op.SetSQLName(std::string(sqlName));
@@ -31,9 +31,9 @@ void TWCustomDBStructure::InitOperator(TDSOperator& op, std::string_view name,
   op.SetAppliedTypes(appliedTypes);
 }
 
-int TWCustomDBStructure::AddUpdateOperator(bool update, std::string_view name,
-                                           std::string_view displayName, std::string_view sqlName,
-                                           std::string_view valFormat, TAppliedTypes appliedTypes) {
+int TWCustomDBStructure::AddUpdateOperator(bool update, std::string_view name, std::string_view displayName,
+                                           std::string_view sqlName, std::string_view valFormat,
+                                           TAppliedTypes appliedTypes) {
   if (update) {
     int index = OperatorIndexByName(name);
     if (index >= 0) {
@@ -117,8 +117,8 @@ void TWCustomDBStructure::MergeDefOperators() {
 
 void TWCustomDBStructure::AddStandardOperator(bool update, TStdOp which, std::string_view valFormat) {
   const TStandardOperator& op = StandardOperator(which);
-  int index = AddUpdateOperator(update, op.Name, GetDefOperator(op.Name), op.SQLName, valFormat,
-                                op.AppliedTypes);
+  int index =
+      AddUpdateOperator(update, op.Name, GetDefOperator(op.Name), op.SQLName, valFormat, op.AppliedTypes);
   if (which == TStdOp::InList) operators_[index]->SetValueType(vtList);
 }
 
@@ -140,12 +140,18 @@ void TWCustomDBStructure::AddDefOperators(bool update) {
   EndUpdate();
 }
 
-void TWCustomDBStructure::AddInListOperator(bool update) { AddStandardOperator(update, TStdOp::InList); }
-void TWCustomDBStructure::AddStartsWithOperator(bool update) { AddStandardOperator(update, TStdOp::StartsWith); }
+void TWCustomDBStructure::AddInListOperator(bool update) {
+  AddStandardOperator(update, TStdOp::InList);
+}
+void TWCustomDBStructure::AddStartsWithOperator(bool update) {
+  AddStandardOperator(update, TStdOp::StartsWith);
+}
 void TWCustomDBStructure::AddNotStartsWithOperator(bool update) {
   AddStandardOperator(update, TStdOp::NotStartsWith);
 }
-void TWCustomDBStructure::AddContainsOperator(bool update) { AddStandardOperator(update, TStdOp::Contains); }
+void TWCustomDBStructure::AddContainsOperator(bool update) {
+  AddStandardOperator(update, TStdOp::Contains);
+}
 void TWCustomDBStructure::AddNotContainsOperator(bool update) {
   AddStandardOperator(update, TStdOp::NotContains);
 }

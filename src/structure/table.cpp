@@ -66,7 +66,9 @@ void TDSTable::DelLink(int index) {
   links_.erase(links_.begin() + index);
 }
 
-void TDSTable::RemoveLinkRef(const TDSLink* link) { std::erase(links_, link); }
+void TDSTable::RemoveLinkRef(const TDSLink* link) {
+  std::erase(links_, link);
+}
 
 std::string TDSTable::GetSQLExpr() const {
   // A name that already starts with a double quote is taken as quoted.
@@ -77,6 +79,8 @@ std::string TDSTable::GetSQLExpr() const {
   return result;
 }
 
-std::string TDSTable::GetCompoundName() const { return name_ + " - " + alias_; }
+std::string TDSTable::GetCompoundName() const {
+  return name_ + " - " + alias_;
+}
 
 }  // namespace ts4

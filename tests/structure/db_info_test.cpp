@@ -22,7 +22,8 @@ class FakeInfo : public ts4::TWDBInfo {
     ++fieldReads;
     auto it = catalogue.find(std::string(table));
     if (it == catalogue.end()) return;
-    for (const ts4::TDBFieldInfo& info : it->second) fields.Add(info.FieldName, info.FieldSize, info.FieldType);
+    for (const ts4::TDBFieldInfo& info : it->second)
+      fields.Add(info.FieldName, info.FieldSize, info.FieldType);
   }
 };
 

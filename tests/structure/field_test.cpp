@@ -20,13 +20,14 @@ TEST(FieldSQL, DataAndVirtualFields) {
     bool quoted;
     const char* sql;
   };
-  for (const Case& c : {Case{ts4::wfkData, "Company", customers, false, "Cust.Company"},
-                        Case{ts4::wfkData, "Company Name", customers, true, "Cust.\"Company Name\""},
-                        Case{ts4::wfkData, "Company", nullptr, false, "Company"},
-                        Case{ts4::wfkData, "Company", nullptr, true, "\"Company\""},
-                        Case{ts4::wfkData, "Company", noAlias, false, "Company"},
-                        Case{ts4::wfkVirtual, "Cust.Qty * 2", customers, true, "Cust.Qty * 2"},
-                        Case{ts4::wfkVirtual, "UPPER(Cust.Company)", nullptr, false, "UPPER(Cust.Company)"}}) {
+  for (const Case& c :
+       {Case{ts4::wfkData, "Company", customers, false, "Cust.Company"},
+        Case{ts4::wfkData, "Company Name", customers, true, "Cust.\"Company Name\""},
+        Case{ts4::wfkData, "Company", nullptr, false, "Company"},
+        Case{ts4::wfkData, "Company", nullptr, true, "\"Company\""},
+        Case{ts4::wfkData, "Company", noAlias, false, "Company"},
+        Case{ts4::wfkVirtual, "Cust.Qty * 2", customers, true, "Cust.Qty * 2"},
+        Case{ts4::wfkVirtual, "UPPER(Cust.Company)", nullptr, false, "UPPER(Cust.Company)"}}) {
     ts4::TDSField* field = db.AddField(c.kind, c.expr, "", c.table);
     field->SetQuoted(c.quoted);
     EXPECT_EQ(field->GetSQLExpr(), c.sql) << c.expr;
@@ -55,7 +56,8 @@ TEST(Field, NameAndExpressionBelongToTheirKinds) {
   EXPECT_EQ(expr->FieldExpr(), "2");
   ExpectError<ts4::EWDBStructError>([&] { expr->SetFieldName("x"); }, 7,
                                     "Can not assign field name to virtual field");
-  ExpectError<ts4::EWDBStructError>([&] { data->SetSQLExpr("x"); }, 8, "Can not assign expression to data field");
+  ExpectError<ts4::EWDBStructError>([&] { data->SetSQLExpr("x"); }, 8,
+                                    "Can not assign expression to data field");
   EXPECT_EQ(expr->FieldExpr(), "2");
   EXPECT_EQ(data->FieldExpr(), "CompanyName");
 }

@@ -24,8 +24,8 @@ std::vector<std::string> FieldOperatorNames(const ts4::TDSField& field) {
 }
 
 const std::vector<std::string> AllThirteen = {
-    "Equal",      "NotEqual",      "LessThan", "LessOrEqual", "GreaterThan", "GreaterOrEqual", "IsNull",
-    "InList",     "StartsWith",    "NotStartsWith", "Contains", "NotContains", "Between"};
+    "Equal",  "NotEqual",   "LessThan",      "LessOrEqual", "GreaterThan", "GreaterOrEqual", "IsNull",
+    "InList", "StartsWith", "NotStartsWith", "Contains",    "NotContains", "Between"};
 
 struct DefaultOperatorCase {
   const char* name;
@@ -56,16 +56,19 @@ INSTANTIATE_TEST_SUITE_P(
     StandardSet, DefaultOperator,
     testing::Values(
         DefaultOperatorCase{"Equal", "is equal to", "@f = '@1'", "", ts4::vtScalar, ts4::ComparableTypes},
-        DefaultOperatorCase{"NotEqual", "is not equal to", "@f <> '@1'", "", ts4::vtScalar, ts4::ComparableTypes},
+        DefaultOperatorCase{"NotEqual", "is not equal to", "@f <> '@1'", "", ts4::vtScalar,
+                            ts4::ComparableTypes},
         DefaultOperatorCase{"LessThan", "is less than", "@f < '@1'", "", ts4::vtScalar, ts4::ComparableTypes},
         DefaultOperatorCase{"LessOrEqual", "is less than or equal to", "@f <= '@1'", "", ts4::vtScalar,
                             ts4::ComparableTypes},
-        DefaultOperatorCase{"GreaterThan", "is greater than", "@f >'@1'", "", ts4::vtScalar, ts4::ComparableTypes},
+        DefaultOperatorCase{"GreaterThan", "is greater than", "@f >'@1'", "", ts4::vtScalar,
+                            ts4::ComparableTypes},
         DefaultOperatorCase{"GreaterOrEqual", "is greater than or equal to", "@f >= '@1'", "", ts4::vtScalar,
                             ts4::ComparableTypes},
         DefaultOperatorCase{"IsNull", "is null", "@f is null", "", ts4::vtScalar, ts4::NullableTypes},
         DefaultOperatorCase{"InList", "is in list", "@f in (@1)", "", ts4::vtList, ts4::ComparableTypes},
-        DefaultOperatorCase{"StartsWith", "starts with", "@f like '@1%'", "", ts4::vtScalar, ts4::StringTypes},
+        DefaultOperatorCase{"StartsWith", "starts with", "@f like '@1%'", "", ts4::vtScalar,
+                            ts4::StringTypes},
         DefaultOperatorCase{"NotStartsWith", "does not start with", "not(@f like '@1%')", "", ts4::vtScalar,
                             ts4::StringTypes},
         DefaultOperatorCase{"Contains", "contains", "@f like '%@1%'", "", ts4::vtScalar, ts4::StringTypes},
@@ -78,7 +81,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(StandardSet, NewStructureHasAllThirteenInOrder) {
   TWDBStructure db;
   EXPECT_EQ(OperatorNames(db), AllThirteen);
-  EXPECT_EQ(db.ExOperators(), (ts4::TExOperators{ts4::xoInList, ts4::xoBetween, ts4::xoStartsWith, ts4::xoContains}));
+  EXPECT_EQ(db.ExOperators(),
+            (ts4::TExOperators{ts4::xoInList, ts4::xoBetween, ts4::xoStartsWith, ts4::xoContains}));
   ASSERT_EQ(db.DefOperators().Count(), 13);
   EXPECT_EQ(db.DefOperators()[0], "Equal=is equal to");
   EXPECT_EQ(db.DefOperators()[12], "Between=is between");
@@ -229,9 +233,9 @@ TEST(Lookup, OperatorByExprTakesTheFirstTemplateContainingTheText) {
     const char* text;
     const char* name;
   };
-  for (const Case& c : {Case{"like", "StartsWith"}, Case{"LIKE '%", "Contains"}, Case{"not(", "NotStartsWith"},
-                        Case{"between", "Between"}, Case{"is null", "IsNull"}, Case{"<", "NotEqual"},
-                        Case{"@f", "Equal"}}) {
+  for (const Case& c :
+       {Case{"like", "StartsWith"}, Case{"LIKE '%", "Contains"}, Case{"not(", "NotStartsWith"},
+        Case{"between", "Between"}, Case{"is null", "IsNull"}, Case{"<", "NotEqual"}, Case{"@f", "Equal"}}) {
     const ts4::TDSOperator* op = db.OperatorByExpr(c.text);
     ASSERT_NE(op, nullptr) << c.text;
     EXPECT_EQ(op->Name(), c.name) << c.text;
@@ -308,13 +312,14 @@ TEST(FieldOperators, AppliedOperatorsFollowTheStructuresOrder) {
     ts4::TFieldType type;
     std::vector<std::string> names;
   };
-  const std::vector<std::string> comparable = {"Equal",  "NotEqual", "LessThan", "LessOrEqual", "GreaterThan",
-                                               "GreaterOrEqual", "IsNull", "InList", "Between"};
-  for (const Case& c : {Case{ts4::ftString, AllThirteen}, Case{ts4::ftInteger, comparable},
-                        Case{ts4::ftDate, comparable},
-                        Case{ts4::ftMemo, {"IsNull", "StartsWith", "NotStartsWith", "Contains", "NotContains"}},
-                        Case{ts4::ftWideString, {"StartsWith", "NotStartsWith", "Contains", "NotContains"}},
-                        Case{ts4::ftBlob, {}}}) {
+  const std::vector<std::string> comparable = {"Equal",       "NotEqual",    "LessThan",
+                                               "LessOrEqual", "GreaterThan", "GreaterOrEqual",
+                                               "IsNull",      "InList",      "Between"};
+  for (const Case& c :
+       {Case{ts4::ftString, AllThirteen}, Case{ts4::ftInteger, comparable}, Case{ts4::ftDate, comparable},
+        Case{ts4::ftMemo, {"IsNull", "StartsWith", "NotStartsWith", "Contains", "NotContains"}},
+        Case{ts4::ftWideString, {"StartsWith", "NotStartsWith", "Contains", "NotContains"}},
+        Case{ts4::ftBlob, {}}}) {
     TWDBStructure db;
     ts4::TDSField* field = db.AddField(ts4::wfkVirtual, "x", "x", nullptr);
     field->SetFieldType(c.type);

@@ -79,7 +79,8 @@ TEST(GetPath, AliasesCompareIgnoringCase) {
   TWDBStructure db;
   WithTables(db, {"Orders", "Customers"});
   Link(db, "Orders", "Customers");
-  EXPECT_EQ(PathAliases(db.GetPath("orders", "CUSTOMERS")), (std::vector<std::string>{"Orders", "Customers"}));
+  EXPECT_EQ(PathAliases(db.GetPath("orders", "CUSTOMERS")),
+            (std::vector<std::string>{"Orders", "Customers"}));
 }
 
 TEST(GetPath, Failures) {

@@ -37,12 +37,12 @@ TEST(Tables, LookupModes) {
     const char* text;
     ts4::TDSTable* found;
   };
-  for (const Case& c : {Case{ts4::tsName, "ORDERS", s.orders}, Case{ts4::tsName, "Ord", nullptr},
-                        Case{ts4::tsAlias, "ord", s.orders}, Case{ts4::tsAlias, "orders", nullptr},
-                        Case{ts4::tsDisplayName, "customers", s.customers},
-                        Case{ts4::tsCompoundName, "items - itm", s.items},
-                        Case{ts4::tsSQLExpr, "customer cust", s.customers},
-                        Case{static_cast<ts4::TDSTableSearch>(7), "Ord", nullptr}}) {
+  for (const Case& c :
+       {Case{ts4::tsName, "ORDERS", s.orders}, Case{ts4::tsName, "Ord", nullptr},
+        Case{ts4::tsAlias, "ord", s.orders}, Case{ts4::tsAlias, "orders", nullptr},
+        Case{ts4::tsDisplayName, "customers", s.customers}, Case{ts4::tsCompoundName, "items - itm", s.items},
+        Case{ts4::tsSQLExpr, "customer cust", s.customers},
+        Case{static_cast<ts4::TDSTableSearch>(7), "Ord", nullptr}}) {
     EXPECT_EQ(s.db.TableByName(c.mode, c.text), c.found) << static_cast<int>(c.mode) << " " << c.text;
   }
   ExpectError<ts4::EWDBStructError>([&] { (void)s.db.Tables(3); }, 1, "Invalid table index 3");
@@ -59,12 +59,13 @@ TEST(Fields, LookupModes) {
     const char* text;
     ts4::TDSField* found;
   };
-  for (const Case& c : {Case{ts4::fsFieldExpr, "saledate", s.saleDate}, Case{ts4::fsDisplayName, "SALE DATE", s.saleDate},
-                        Case{ts4::fsCompoundName, "customer.company", s.company},
-                        Case{ts4::fsCompoundName, "Company", nullptr}, Case{ts4::fsSQLExpr, "ord.saledate", s.saleDate},
-                        Case{ts4::fsSQLExpr, "Itm.Qty * Itm.Price", s.amount},
-                        Case{ts4::fsFullName, "Customers.Company", s.company},
-                        Case{static_cast<ts4::TDSFieldSearch>(9), "Company", nullptr}}) {
+  for (const Case& c :
+       {Case{ts4::fsFieldExpr, "saledate", s.saleDate}, Case{ts4::fsDisplayName, "SALE DATE", s.saleDate},
+        Case{ts4::fsCompoundName, "customer.company", s.company},
+        Case{ts4::fsCompoundName, "Company", nullptr}, Case{ts4::fsSQLExpr, "ord.saledate", s.saleDate},
+        Case{ts4::fsSQLExpr, "Itm.Qty * Itm.Price", s.amount},
+        Case{ts4::fsFullName, "Customers.Company", s.company},
+        Case{static_cast<ts4::TDSFieldSearch>(9), "Company", nullptr}}) {
     EXPECT_EQ(s.db.FieldByName(c.mode, c.text), c.found) << static_cast<int>(c.mode) << " " << c.text;
   }
   ts4::TStrings names;

@@ -22,6 +22,8 @@ void ExpectError(F&& f, int code, const std::string& message) {
   }
 }
 
-inline std::vector<std::string> Lines(const ts4::TStrings& list) { return list.Lines(); }
+inline std::vector<std::string> Lines(const ts4::TStrings& list) {
+  return list.Lines();
+}
 
 }  // namespace ts4test
