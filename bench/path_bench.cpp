@@ -4,10 +4,27 @@
 #include <random>
 #include <string>
 
+#include "alloc_counter.h"
 #include "foundation/error.h"
 #include "structure/structure.h"
 
 namespace {
+
+// Bytes allocated by one call of `search`.
+template <typename F>
+double BytesPerSearch(F&& search) {
+  const std::size_t before = ts4bench::AllocatedBytes();
+  search();
+  return static_cast<double>(ts4bench::AllocatedBytes() - before);
+}
+
+void SearchAndCatch(ts4::TWDBStructure& db, const std::string& from, const std::string& to) {
+  try {
+    benchmark::DoNotOptimize(db.GetPath(from, to).TableCount());
+  } catch (const ts4::EWDBStructError& e) {
+    benchmark::DoNotOptimize(e.ErrorCode());
+  }
+}
 
 std::string Alias(int i) {
   return "T" + std::to_string(i);
@@ -21,14 +38,9 @@ void BM_GetPath_DenseGroupUnreachableTarget(benchmark::State& state) {
   for (int i = 0; i < 12; ++i)
     for (int j = i + 1; j < 12; ++j) db.AddLink(*db.Tables(i), *db.Tables(j), "Id", "Id");
   db.AddLink(*db.Tables(12), *db.Tables(13), "Id", "Id");
-  for (auto _ : state) {
-    try {
-      benchmark::DoNotOptimize(db.GetPath(Alias(0), Alias(13)));
-    } catch (const ts4::EWDBStructError& e) {
-      benchmark::DoNotOptimize(e.ErrorCode());
-    }
-  }
+  for (auto _ : state) SearchAndCatch(db, Alias(0), Alias(13));
   state.counters["links"] = db.LinkCount();
+  state.counters["bytes"] = BytesPerSearch([&] { SearchAndCatch(db, Alias(0), Alias(13)); });
 }
 BENCHMARK(BM_GetPath_DenseGroupUnreachableTarget)->Unit(benchmark::kMicrosecond);
 
@@ -53,8 +65,9 @@ void BM_GetPath_DiamondChain(benchmark::State& state) {
     joint = following;
   }
   const std::string last = joint->Alias();
-  for (auto _ : state) benchmark::DoNotOptimize(db.GetPath(Alias(0), last).TableCount());
+  for (auto _ : state) SearchAndCatch(db, Alias(0), last);
   state.counters["tables"] = db.TableCount();
+  state.counters["bytes"] = BytesPerSearch([&] { SearchAndCatch(db, Alias(0), last); });
 }
 BENCHMARK(BM_GetPath_DiamondChain)->Unit(benchmark::kMicrosecond);
 
@@ -69,16 +82,10 @@ void BM_GetPath_RandomLarge(benchmark::State& state) {
   for (int i = 0; i < 1500; ++i) db.AddLink(*db.Tables(pick(rng)), *db.Tables(pick(rng)), "Id", "Id");
   std::vector<std::pair<std::string, std::string>> pairs;
   for (int i = 0; i < 16; ++i) pairs.emplace_back(Alias(pick(rng)), Alias(pick(rng)));
-  for (auto _ : state) {
-    for (const auto& [from, to] : pairs) {
-      try {
-        benchmark::DoNotOptimize(db.GetPath(from, to).TableCount());
-      } catch (const ts4::EWDBStructError& e) {
-        benchmark::DoNotOptimize(e.ErrorCode());
-      }
-    }
-  }
+  for (auto _ : state)
+    for (const auto& [from, to] : pairs) SearchAndCatch(db, from, to);
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(pairs.size()));
+  state.counters["bytes"] = BytesPerSearch([&] { SearchAndCatch(db, pairs[0].first, pairs[0].second); });
 }
 BENCHMARK(BM_GetPath_RandomLarge)->Unit(benchmark::kMicrosecond);
 

@@ -5,13 +5,15 @@
 namespace ts4 {
 
 TWComponent::~TWComponent() {
-  // Detach first so that a Notification that removes links does not touch
-  // the list being walked.
-  std::vector<TWComponent*> linked = std::move(linked_);
-  linked_.clear();
-  for (TWComponent* other : linked) {
+  // The live list is walked: a Notification may destroy another linked
+  // component, which then takes itself off this list. A component being
+  // destroyed is never notified itself.
+  destroying_ = true;
+  while (!linked_.empty()) {
+    TWComponent* other = linked_.back();
+    linked_.pop_back();
     std::erase(other->linked_, this);
-    other->Notification(*this);
+    if (!other->destroying_) other->Notification(*this);
   }
 }
 

@@ -26,6 +26,7 @@ class TWComponent {
 
  private:
   std::vector<TWComponent*> linked_;
+  bool destroying_ = false;
 };
 
 }  // namespace ts4

@@ -13,6 +13,11 @@ constexpr char FoldCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
+// Ordering folds to upper case, as the platform does, so that "_" sorts after letters.
+constexpr char FoldUpper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+
 constexpr bool IsBlank(char c) {
   return static_cast<unsigned char>(c) <= ' ';
 }
@@ -55,8 +60,8 @@ std::string UpperCase(std::string_view text) {
 int CompareText(std::string_view a, std::string_view b) {
   std::size_t n = a.size() < b.size() ? a.size() : b.size();
   for (std::size_t i = 0; i < n; ++i) {
-    auto ca = static_cast<unsigned char>(FoldCase(a[i]));
-    auto cb = static_cast<unsigned char>(FoldCase(b[i]));
+    auto ca = static_cast<unsigned char>(FoldUpper(a[i]));
+    auto cb = static_cast<unsigned char>(FoldUpper(b[i]));
     if (ca != cb) return ca < cb ? -1 : 1;
   }
   return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
@@ -84,7 +89,10 @@ std::string GetAfterSep(std::string_view separator, std::string_view text) {
 
 int XStrToInt(std::string_view text, int fallback) {
   text = Trim(text);
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  if (!text.empty() && text.front() == '+') {
+    text.remove_prefix(1);
+    if (!text.empty() && text.front() == '-') return fallback;
+  }
   int value = 0;
   auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (text.empty() || ec != std::errc() || end != text.data() + text.size()) return fallback;
@@ -110,7 +118,10 @@ std::string XFloatToStr(double value) {
 
 double XStrToFloat(std::string_view text, double fallback) {
   std::string copy(Trim(text));
-  if (!copy.empty() && copy.front() == '+') copy.erase(0, 1);
+  if (!copy.empty() && copy.front() == '+') {
+    copy.erase(0, 1);
+    if (!copy.empty() && copy.front() == '-') return fallback;
+  }
   for (char& c : copy)
     if (c == ',') c = '.';
   double value = 0;

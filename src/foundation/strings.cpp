@@ -187,7 +187,13 @@ void TStrings::SetText(std::string_view text) {
 void TStrings::LoadFromFile(const std::string& fileName) {
   std::ifstream in(fileName, std::ios::binary);
   if (!in) throw EWTessalyError(gecGeneral, msg::CannotOpenFile, fileName);
-  std::string content((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  std::string content;
+  try {
+    content.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  } catch (const std::exception&) {
+    // A path that opens but cannot be read (a directory, a device error).
+    throw EWTessalyError(gecGeneral, msg::CannotOpenFile, fileName);
+  }
   if (in.bad()) throw EWTessalyError(gecGeneral, msg::CannotOpenFile, fileName);
   // A final line break ends the last line; it does not start another one.
   bool hadText = !content.empty();

@@ -1,0 +1,203 @@
+#include "foundation/component.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace {
+
+// A component that records every Notification it receives. Only addresses
+// are kept: the notifying component is being destroyed.
+class Probe : public ts4::TWComponent {
+ public:
+  std::vector<const ts4::TWComponent*> notified;
+  std::function<void(ts4::TWComponent&)> onNotification;
+
+  [[nodiscard]] int CountOf(const ts4::TWComponent* component) const {
+    int count = 0;
+    for (const ts4::TWComponent* c : notified)
+      if (c == component) ++count;
+    return count;
+  }
+
+ protected:
+  void Notification(ts4::TWComponent& component) override {
+    notified.push_back(&component);
+    if (onNotification) onNotification(component);
+  }
+};
+
+TEST(ComponentNotification, DestroyedComponentIsReported) {
+  Probe watcher;
+  auto watched = std::make_unique<Probe>();
+  const ts4::TWComponent* address = watched.get();
+  watcher.FreeNotification(*watched);
+  watched.reset();
+  ASSERT_EQ(watcher.notified.size(), 1u);
+  EXPECT_EQ(watcher.notified[0], address);
+}
+
+TEST(ComponentNotification, WorksInBothDirections) {
+  // Whichever side asked, the survivor hears of the other's destruction.
+  auto asker = std::make_unique<Probe>();
+  Probe asked;
+  asker->FreeNotification(asked);
+  const ts4::TWComponent* address = asker.get();
+  asker.reset();
+  ASSERT_EQ(asked.notified.size(), 1u);
+  EXPECT_EQ(asked.notified[0], address);
+}
+
+TEST(ComponentNotification, RepeatedRequestsNotifyOnce) {
+  Probe watcher;
+  auto watched = std::make_unique<Probe>();
+  watcher.FreeNotification(*watched);
+  watcher.FreeNotification(*watched);
+  watched->FreeNotification(watcher);
+  watched.reset();
+  EXPECT_EQ(watcher.notified.size(), 1u);
+}
+
+TEST(ComponentNotification, SurvivorForgetsTheDestroyedLink) {
+  // After the survivor was told, its own destruction must not reach the
+  // component that is already gone (ASan reports it if it does).
+  auto watcher = std::make_unique<Probe>();
+  auto watched = std::make_unique<Probe>();
+  watcher->FreeNotification(*watched);
+  watched.reset();
+  watcher.reset();
+  SUCCEED();
+}
+
+TEST(ComponentNotification, LinkToItselfIsIgnored) {
+  auto self = std::make_unique<Probe>();
+  self->FreeNotification(*self);
+  self.reset();  // would be a call into a half-destroyed object if the link were kept
+  SUCCEED();
+}
+
+TEST(ComponentRemoval, RemoveStopsNotification) {
+  Probe watcher;
+  auto watched = std::make_unique<Probe>();
+  watcher.FreeNotification(*watched);
+  watcher.RemoveFreeNotification(*watched);
+  watched.reset();
+  EXPECT_TRUE(watcher.notified.empty());
+}
+
+TEST(ComponentRemoval, RemoveWorksFromEitherSideAndBothWays) {
+  auto a = std::make_unique<Probe>();
+  auto b = std::make_unique<Probe>();
+  a->FreeNotification(*b);
+  b->RemoveFreeNotification(*a);  // withdrawn by the other side
+  Probe* survivor = b.get();
+  a.reset();
+  EXPECT_TRUE(survivor->notified.empty());
+  b.reset();
+}
+
+TEST(ComponentRemoval, RemovingAnUnknownLinkIsHarmless) {
+  Probe a;
+  Probe b;
+  a.RemoveFreeNotification(b);
+  a.FreeNotification(b);
+  a.RemoveFreeNotification(b);
+  a.RemoveFreeNotification(b);
+  EXPECT_TRUE(a.notified.empty());
+}
+
+TEST(ComponentRemoval, RelinkAfterRemoval) {
+  Probe watcher;
+  auto watched = std::make_unique<Probe>();
+  watcher.FreeNotification(*watched);
+  watcher.RemoveFreeNotification(*watched);
+  watched->FreeNotification(watcher);
+  watched.reset();
+  EXPECT_EQ(watcher.notified.size(), 1u);
+}
+
+TEST(ComponentSeveral, DestroyedHubNotifiesEachLinkOnce) {
+  Probe x;
+  Probe y;
+  Probe z;
+  auto hub = std::make_unique<Probe>();
+  hub->FreeNotification(x);
+  y.FreeNotification(*hub);
+  hub->FreeNotification(z);
+  const ts4::TWComponent* address = hub.get();
+  hub.reset();
+  for (const Probe* p : {&x, &y, &z}) {
+    ASSERT_EQ(p->notified.size(), 1u);
+    EXPECT_EQ(p->notified[0], address);
+  }
+}
+
+TEST(ComponentSeveral, LinksEndOneByOne) {
+  auto hub = std::make_unique<Probe>();
+  auto x = std::make_unique<Probe>();
+  auto y = std::make_unique<Probe>();
+  Probe z;
+  for (Probe* p : {x.get(), y.get(), &z}) hub->FreeNotification(*p);
+  x->FreeNotification(*y);  // the leaves know each other too
+
+  const ts4::TWComponent* xAddress = x.get();
+  x.reset();
+  EXPECT_EQ(hub->notified, std::vector<const ts4::TWComponent*>{xAddress});
+  EXPECT_EQ(y->notified, std::vector<const ts4::TWComponent*>{xAddress});
+  EXPECT_TRUE(z.notified.empty());
+
+  const ts4::TWComponent* hubAddress = hub.get();
+  hub->RemoveFreeNotification(z);
+  hub.reset();
+  EXPECT_EQ(y->notified, (std::vector<const ts4::TWComponent*>{xAddress, hubAddress}));
+  EXPECT_TRUE(z.notified.empty());
+  y.reset();
+  EXPECT_TRUE(z.notified.empty());
+}
+
+TEST(ComponentSeveral, NotificationMayRemoveLinks) {
+  // A component that forgets every link as soon as one partner goes.
+  Probe a;
+  Probe b;
+  auto hub = std::make_unique<Probe>();
+  hub->FreeNotification(a);
+  hub->FreeNotification(b);
+  a.FreeNotification(b);
+  a.onNotification = [&](ts4::TWComponent& dying) {
+    a.RemoveFreeNotification(dying);
+    a.RemoveFreeNotification(b);
+  };
+  const ts4::TWComponent* hubAddress = hub.get();
+  hub.reset();
+  EXPECT_EQ(a.CountOf(hubAddress), 1);
+  EXPECT_EQ(b.CountOf(hubAddress), 1);
+  EXPECT_EQ(b.CountOf(&a), 0);
+}
+
+// An owner that frees the component it owns when a partner goes, as an owner
+// drops what depended on the partner. The owned component is linked to the
+// dying one as well.
+//
+// A Notification may destroy another component linked to the dying one: that
+// one must neither notify the half-destroyed hub (a pure virtual call) nor be
+// used after it is freed. Run in a child process so that a crash fails only
+// this test.
+TEST(ComponentSeveralDeathTest, NotificationMayDestroyAnotherLinkedComponent) {
+  EXPECT_EXIT(
+      {
+        auto owned = std::make_unique<Probe>();
+        Probe owner;
+        auto hub = std::make_unique<Probe>();
+        hub->FreeNotification(owner);
+        hub->FreeNotification(*owned);
+        owner.onNotification = [&](ts4::TWComponent&) { owned.reset(); };
+        hub.reset();
+        std::exit(owner.notified.size() == 1 && owned == nullptr ? 0 : 1);
+      },
+      ::testing::ExitedWithCode(0), "");
+}
+
+}  // namespace

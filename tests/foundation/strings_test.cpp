@@ -50,7 +50,8 @@ class TempFile {
  public:
   // The name includes the running test's name, so that tests run in parallel
   // processes never share a file.
-  explicit TempFile(const std::string& name) : path_(std::filesystem::temp_directory_path() / UniqueName(name)) {}
+  explicit TempFile(const std::string& name)
+      : path_(std::filesystem::temp_directory_path() / UniqueName(name)) {}
   ~TempFile() {
     std::error_code ec;
     std::filesystem::remove(path_, ec);
@@ -97,18 +98,14 @@ TEST_P(CommaTextWrite, QuotesOnlyWhereNeeded) {
 INSTANTIATE_TEST_SUITE_P(
     Strings, CommaTextWrite,
     ::testing::Values(
-        CommaWriteCase{"Empty", {}, ""},
-        CommaWriteCase{"Plain", {"a", "b", "c"}, "a,b,c"},
+        CommaWriteCase{"Empty", {}, ""}, CommaWriteCase{"Plain", {"a", "b", "c"}, "a,b,c"},
         CommaWriteCase{"SingleEmptyLine", {""}, R"("")"},
         CommaWriteCase{"EmptyItemsNotQuoted", {"a", "", "b"}, "a,,b"},
-        CommaWriteCase{"TwoEmptyLines", {"", ""}, ","},
-        CommaWriteCase{"TrailingEmpty", {"a", ""}, "a,"},
-        CommaWriteCase{"LeadingEmpty", {"", "a"}, ",a"},
-        CommaWriteCase{"Blank", {"a b", "c"}, R"("a b",c)"},
+        CommaWriteCase{"TwoEmptyLines", {"", ""}, ","}, CommaWriteCase{"TrailingEmpty", {"a", ""}, "a,"},
+        CommaWriteCase{"LeadingEmpty", {"", "a"}, ",a"}, CommaWriteCase{"Blank", {"a b", "c"}, R"("a b",c)"},
         CommaWriteCase{"Comma", {"a,b"}, R"("a,b")"},
         CommaWriteCase{"QuoteDoubled", {R"(say "hi")"}, R"("say ""hi""")"},
-        CommaWriteCase{"LoneQuote", {R"(")"}, R"("""")"},
-        CommaWriteCase{"Tab", {"a\tb"}, "\"a\tb\""},
+        CommaWriteCase{"LoneQuote", {R"(")"}, R"("""")"}, CommaWriteCase{"Tab", {"a\tb"}, "\"a\tb\""},
         CommaWriteCase{"ControlChar", {"a\x01"}, "\"a\x01\""},
         CommaWriteCase{"LeadingBlank", {" a"}, R"(" a")"},
         CommaWriteCase{"OtherPunctuationPlain", {"a=b", "x;y", "'q'"}, "a=b,x;y,'q'"},
@@ -126,31 +123,33 @@ struct CommaReadCase {
 
 class CommaTextRead : public ::testing::TestWithParam<CommaReadCase> {};
 
-TEST_P(CommaTextRead, SplitsLikeThePlatform) { EXPECT_EQ(ReadComma(GetParam().text), GetParam().expected); }
+TEST_P(CommaTextRead, SplitsLikeThePlatform) {
+  EXPECT_EQ(ReadComma(GetParam().text), GetParam().expected);
+}
 
 INSTANTIATE_TEST_SUITE_P(
     Strings, CommaTextRead,
-    ::testing::Values(
-        CommaReadCase{"Empty", "", {}},
-        CommaReadCase{"OnlyBlanks", "  \t ", {}},
-        CommaReadCase{"Plain", "a,b,c", {"a", "b", "c"}},
-        CommaReadCase{"LeadingBlanksSkipped", "   a,b", {"a", "b"}},
-        CommaReadCase{"BlanksAroundCommas", "a , b", {"a", "b"}},
-        CommaReadCase{"BlankSplitsUnquoted", "a b", {"a", "b"}},
-        CommaReadCase{"ControlCharSplitsUnquoted", "a\tb\nc", {"a", "b", "c"}},
-        CommaReadCase{"QuotedKeepsBlanksAndCommas", R"("a b, c",d)", {"a b, c", "d"}},
-        CommaReadCase{"DoubledQuotesUndone", R"("say ""hi""")", {R"(say "hi")"}},
-        CommaReadCase{"QuotedEmpty", R"("")", {""}},
-        CommaReadCase{"UnclosedQuoteRunsToEnd", R"("abc, d)", {"abc, d"}},
-        CommaReadCase{"GluedAfterQuoteIsNewItem", R"("a"b)", {"a", "b"}},
-        CommaReadCase{"GluedQuotedItems", R"("a""b" "c")", {R"(a"b)", "c"}},
-        CommaReadCase{"TrailingComma", "a,", {"a", ""}},
-        CommaReadCase{"TrailingCommaThenBlank", "a, ", {"a"}},
-        CommaReadCase{"LeadingComma", ",a", {"", "a"}},
-        CommaReadCase{"OnlyComma", ",", {"", ""}},
-        CommaReadCase{"EmptyMiddle", "a,,b", {"a", "", "b"}},
-        CommaReadCase{"QuoteInsideUnquoted", R"(a"b)", {R"(a"b)"}},
-        CommaReadCase{"Utf8", "Müller,\"Groß Straße\"", {"Müller", "Groß Straße"}}),
+    ::testing::Values(CommaReadCase{"Empty", "", {}}, CommaReadCase{"OnlyBlanks", "  \t ", {}},
+                      CommaReadCase{"Plain", "a,b,c", {"a", "b", "c"}},
+                      CommaReadCase{"LeadingBlanksSkipped", "   a,b", {"a", "b"}},
+                      CommaReadCase{"BlanksAroundCommas", "a , b", {"a", "b"}},
+                      CommaReadCase{"BlankSplitsUnquoted", "a b", {"a", "b"}},
+                      CommaReadCase{"ControlCharSplitsUnquoted", "a\tb\nc", {"a", "b", "c"}},
+                      CommaReadCase{"QuotedKeepsBlanksAndCommas", R"("a b, c",d)", {"a b, c", "d"}},
+                      CommaReadCase{"DoubledQuotesUndone", R"("say ""hi""")", {R"(say "hi")"}},
+                      CommaReadCase{"QuotedEmpty", R"("")", {""}},
+                      CommaReadCase{"UnclosedQuoteRunsToEnd", R"("abc, d)", {"abc, d"}},
+                      CommaReadCase{"GluedAfterQuoteIsNewItem", R"("a"b)", {"a", "b"}},
+                      CommaReadCase{"GluedQuotedItems", R"("a""b" "c")", {R"(a"b)", "c"}},
+                      CommaReadCase{"TrailingComma", "a,", {"a", ""}},
+                      CommaReadCase{"TrailingCommaAfterQuoted", R"("a",)", {"a", ""}},
+                      CommaReadCase{"NulEndsTheText", std::string("a,b\0c", 5), {"a", "b"}},
+                      CommaReadCase{"TrailingCommaThenBlank", "a, ", {"a"}},
+                      CommaReadCase{"LeadingComma", ",a", {"", "a"}},
+                      CommaReadCase{"OnlyComma", ",", {"", ""}},
+                      CommaReadCase{"EmptyMiddle", "a,,b", {"a", "", "b"}},
+                      CommaReadCase{"QuoteInsideUnquoted", R"(a"b)", {R"(a"b)"}},
+                      CommaReadCase{"Utf8", "Müller,\"Groß Straße\"", {"Müller", "Groß Straße"}}),
     [](const ::testing::TestParamInfo<CommaReadCase>& info) { return std::string(info.param.label); });
 
 TEST(StringsCommaText, SettingReplacesTheOldLines) {
@@ -173,16 +172,14 @@ TEST_P(CommaTextRoundTrip, ReadsBackEqual) {
   EXPECT_EQ(back.Lines(), original.Lines()) << "comma text: " << original.CommaText();
 }
 
-INSTANTIATE_TEST_SUITE_P(Strings, CommaTextRoundTrip,
-                         ::testing::Values(Lines{}, Lines{""}, Lines{"", ""}, Lines{"", "", ""},
-                                           Lines{"a", ""}, Lines{"", "a"}, Lines{"a", "", "b"},
-                                           Lines{"a", "", "", "b", ""}, Lines{" "}, Lines{" lead", "trail "},
-                                           Lines{"a b c"}, Lines{"a,b", ",", ",,"}, Lines{"\"", "\"\""},
-                                           Lines{R"("quoted")", R"(in"side)", R"(end")"},
-                                           Lines{"tab\there", "new\r\nline"},
-                                           Lines{"Müller", "Groß Straße", "naïve,café"},
-                                           Lines{"Name=Value", "Sel=\"x, y\""},
-                                           Lines{"[Section]", "a=1,2", " ", ""}));
+INSTANTIATE_TEST_SUITE_P(
+    Strings, CommaTextRoundTrip,
+    ::testing::Values(Lines{}, Lines{""}, Lines{"", ""}, Lines{"", "", ""}, Lines{"a", ""}, Lines{"", "a"},
+                      Lines{"a", "", "b"}, Lines{"a", "", "", "b", ""}, Lines{" "}, Lines{" lead", "trail "},
+                      Lines{"a b c"}, Lines{"a,b", ",", ",,"}, Lines{"\"", "\"\""},
+                      Lines{R"("quoted")", R"(in"side)", R"(end")"}, Lines{"tab\there", "new\r\nline"},
+                      Lines{"Müller", "Groß Straße", "naïve,café"}, Lines{"Name=Value", "Sel=\"x, y\""},
+                      Lines{"[Section]", "a=1,2", " ", ""}, Lines{std::string("nul\0byte", 8), "x"}));
 
 // ---------------------------------------------------------------------------
 // Names and values
@@ -275,7 +272,9 @@ struct TextReadCase {
 
 class StringsSetText : public ::testing::TestWithParam<TextReadCase> {};
 
-TEST_P(StringsSetText, SplitsAtEveryLineBreak) { EXPECT_EQ(ReadText(GetParam().text), GetParam().expected); }
+TEST_P(StringsSetText, SplitsAtEveryLineBreak) {
+  EXPECT_EQ(ReadText(GetParam().text), GetParam().expected);
+}
 
 INSTANTIATE_TEST_SUITE_P(
     Strings, StringsSetText,
@@ -341,9 +340,8 @@ INSTANTIATE_TEST_SUITE_P(
     Strings, StringsLoadFromFile,
     ::testing::Values(FileReadCase{"EmptyFile", "", {}}, FileReadCase{"NoFinalBreak", "a\r\nb", {"a", "b"}},
                       FileReadCase{"FinalCrLf", "a\r\nb\r\n", {"a", "b"}},
-                      FileReadCase{"FinalLf", "a\nb\n", {"a", "b"}},
-                      FileReadCase{"OnlyCrLf", "\r\n", {""}}, FileReadCase{"OnlyLf", "\n", {""}},
-                      FileReadCase{"TwoBreaks", "\r\n\r\n", {"", ""}},
+                      FileReadCase{"FinalLf", "a\nb\n", {"a", "b"}}, FileReadCase{"OnlyCrLf", "\r\n", {""}},
+                      FileReadCase{"OnlyLf", "\n", {""}}, FileReadCase{"TwoBreaks", "\r\n\r\n", {"", ""}},
                       FileReadCase{"EmptyLastLine", "a\r\n\r\n", {"a", ""}},
                       FileReadCase{"LfFile", "x=1\ny=2\n", {"x=1", "y=2"}}),
     [](const ::testing::TestParamInfo<FileReadCase>& info) { return std::string(info.param.label); });
@@ -361,9 +359,23 @@ TEST(StringsFile, MissingFileRaisesCannotOpen) {
   }
 }
 
+// A path that opens but cannot be read (a directory) gives the library's error.
+TEST(StringsFile, UnreadableFileRaisesCannotOpen) {
+  const std::string name = std::filesystem::temp_directory_path().string();
+  TStrings list;
+  try {
+    list.LoadFromFile(name);
+    FAIL() << "no error";
+  } catch (const ts4::EWTessalyError& e) {
+    EXPECT_EQ(std::string(e.what()), "Cannot open file \"" + name + "\"");
+    EXPECT_EQ(e.ErrorCode(), 0);
+  } catch (const std::exception& e) {
+    ADD_FAILURE() << "raised another error: " << e.what();
+  }
+}
+
 TEST(StringsFile, UnwritableFileRaisesCannotWrite) {
-  const std::string name =
-      (std::filesystem::temp_directory_path() / "ts4_no_such_dir" / "out.txt").string();
+  const std::string name = (std::filesystem::temp_directory_path() / "ts4_no_such_dir" / "out.txt").string();
   try {
     TStrings{"a"}.SaveToFile(name);
     FAIL() << "no error";

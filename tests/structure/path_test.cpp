@@ -8,10 +8,12 @@
 #include "foundation/string_utils.h"
 #include "structure/path_reference.h"
 #include "structure/structure.h"
+#include "structure/test_support.h"
 
 namespace {
 
 using ts4::TWDBStructure;
+using ts4test::ExpectError;
 
 std::vector<std::string> PathAliases(const ts4::TDSPath& path) {
   std::vector<std::string> aliases;
@@ -26,17 +28,6 @@ void Link(TWDBStructure& db, const char* a, const char* b) {
 TWDBStructure& WithTables(TWDBStructure& db, std::initializer_list<const char*> aliases) {
   for (const char* alias : aliases) db.AddTable(std::string("t_") + alias, alias);
   return db;
-}
-
-template <typename F>
-void ExpectStructError(F&& f, int code, const std::string& message) {
-  try {
-    f();
-    ADD_FAILURE() << "expected error " << code << " " << message;
-  } catch (const ts4::EWDBStructError& e) {
-    EXPECT_EQ(e.ErrorCode(), code);
-    EXPECT_EQ(std::string(e.what()), message);
-  }
 }
 
 TEST(GetPath, DirectlyLinkedTablesGiveTwoTables) {
@@ -88,10 +79,13 @@ TEST(GetPath, Failures) {
   WithTables(db, {"A", "B", "C", "D", "Lone"});
   Link(db, "A", "B");
   Link(db, "C", "D");
-  ExpectStructError([&] { (void)db.GetPath("A", "C"); }, 5, "Can not find path between tables");
-  ExpectStructError([&] { (void)db.GetPath("nowhere", "A"); }, 4, "No such table nowhere");
-  ExpectStructError([&] { (void)db.GetPath("A", "elsewhere"); }, 4, "No such table elsewhere");
-  ExpectStructError([&] { (void)db.GetPath("Lone", "Lone"); }, 5, "Can not find path between tables");
+  ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("A", "C"); }, 5,
+                                    "Can not find path between tables");
+  ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("nowhere", "A"); }, 4, "No such table nowhere");
+  ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("A", "elsewhere"); }, 4,
+                                    "No such table elsewhere");
+  ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("Lone", "Lone"); }, 5,
+                                    "Can not find path between tables");
 }
 
 TEST(GetPath, FromATableToItself) {
@@ -136,8 +130,8 @@ TEST(TDSPath, EntriesByPositionAndIndex) {
   path.DelTable(1);
   EXPECT_EQ(path.TableByIndex(0), nullptr);
   EXPECT_EQ(PathAliases(path), (std::vector<std::string>{"C", "B"}));
-  ExpectStructError([&] { (void)path.Tables(2); }, 1, "Invalid table index 2");
-  ExpectStructError([&] { path.AddTable(7); }, 1, "Invalid table index 7");
+  ExpectError<ts4::EWDBStructError>([&] { (void)path.Tables(2); }, 1, "Invalid table index 2");
+  ExpectError<ts4::EWDBStructError>([&] { path.AddTable(7); }, 1, "Invalid table index 7");
 }
 
 // Builds a random structure: some aliases repeat, some links join a table to
