@@ -2,14 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "test_support.h"
+
 namespace {
+
+using ts4test::ExpectIndexError;
 
 // Counts how often each item was destroyed, so that every test can prove an
 // item is freed exactly once and only when it should be.
@@ -44,16 +47,6 @@ class ObjectList : public ::testing::Test {
 
   std::map<std::string, int> destroyed_;
 };
-
-void ExpectIndexError(const std::function<void()>& action, int index) {
-  try {
-    action();
-    ADD_FAILURE() << "no error for index " << index;
-  } catch (const ts4::EWTessalyError& e) {
-    EXPECT_EQ(std::string(e.what()), "List index out of bounds (" + std::to_string(index) + ")");
-    EXPECT_EQ(e.ErrorCode(), 0);
-  }
-}
 
 TEST_F(ObjectList, AddReturnsTheStoredItem) {
   List list;

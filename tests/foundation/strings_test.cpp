@@ -9,8 +9,11 @@
 #include <vector>
 
 #include "foundation/error.h"
+#include "test_support.h"
 
 namespace {
+
+using ts4test::ExpectIndexError;
 
 using ts4::TStrings;
 using Lines = std::vector<std::string>;
@@ -31,18 +34,6 @@ Lines ReadText(std::string_view text) {
   TStrings list;
   list.SetText(text);
   return list.Lines();
-}
-
-// Runs `action` and checks that it raises the list's index error for `index`.
-template <typename Action>
-void ExpectIndexError(Action action, int index) {
-  try {
-    action();
-    ADD_FAILURE() << "no error for index " << index;
-  } catch (const ts4::EWTessalyError& e) {
-    EXPECT_EQ(std::string(e.what()), "List index out of bounds (" + std::to_string(index) + ")");
-    EXPECT_EQ(e.ErrorCode(), 0);
-  }
 }
 
 // A file under the temporary directory that is removed again at the end of the test.

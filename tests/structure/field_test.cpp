@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "structure/structure.h"
-#include "structure/test_support.h"
+#include "test_support.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "structure/structure.h"
-#include "structure/test_support.h"
+#include "test_support.h"
 
 namespace {
 

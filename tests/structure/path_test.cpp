@@ -8,7 +8,7 @@
 #include "foundation/string_utils.h"
 #include "structure/path_reference.h"
 #include "structure/structure.h"
-#include "structure/test_support.h"
+#include "test_support.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "structure/db_info.h"
 #include "structure/structure.h"
-#include "structure/test_support.h"
+#include "test_support.h"
 
 namespace {
 

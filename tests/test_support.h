@@ -22,6 +22,12 @@ void ExpectError(F&& f, int code, const std::string& message) {
   }
 }
 
+/// Checks that `f` raises the list's own index error for `index`.
+template <typename F>
+void ExpectIndexError(F&& f, int index) {
+  ExpectError(f, 0, "List index out of bounds (" + std::to_string(index) + ")");
+}
+
 inline std::vector<std::string> Lines(const ts4::TStrings& list) {
   return list.Lines();
 }
