@@ -1,8 +1,8 @@
 #include "foundation/field_types.h"
 
+#include "foundation/enum_names.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
-#include "foundation/string_utils.h"
 
 namespace ts4 {
 namespace {
@@ -12,14 +12,11 @@ constexpr std::array<std::string_view, 2> FieldKindNames = {"wfkData", "wfkVirtu
 }  // namespace
 
 std::string FldTypeToStr(TFieldType type) {
-  auto ordinal = static_cast<std::size_t>(type);
-  return ordinal < FieldTypeNames.size() ? std::string(FieldTypeNames[ordinal]) : std::string();
+  return EnumToName(FieldTypeNames, type);
 }
 
 std::optional<TFieldType> TryStrToFldType(std::string_view name) {
-  for (std::size_t i = 0; i < FieldTypeNames.size(); ++i)
-    if (SameText(FieldTypeNames[i], name)) return static_cast<TFieldType>(i);
-  return std::nullopt;
+  return EnumFromName<TFieldType>(FieldTypeNames, name);
 }
 
 TFieldType StrToFldType(std::string_view name) {
@@ -33,13 +30,11 @@ std::optional<TFieldType> FldTypeFromOrdinal(long long ordinal) {
 }
 
 std::string FldKindToStr(TWFieldKind kind) {
-  return std::string(FieldKindNames[kind == wfkVirtual ? 1 : 0]);
+  return EnumToName(FieldKindNames, kind);
 }
 
 std::optional<TWFieldKind> TryStrToFldKind(std::string_view name) {
-  for (std::size_t i = 0; i < FieldKindNames.size(); ++i)
-    if (SameText(FieldKindNames[i], name)) return static_cast<TWFieldKind>(i);
-  return std::nullopt;
+  return EnumFromName<TWFieldKind>(FieldKindNames, name);
 }
 
 TWFieldKind StrToFldKind(std::string_view name) {

@@ -1,8 +1,8 @@
 #include "structure/operator.h"
 
+#include "foundation/enum_names.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
-#include "foundation/string_utils.h"
 
 namespace ts4 {
 namespace {
@@ -23,14 +23,11 @@ int TDSOperator::GetParamCount() const {
 }
 
 std::string OpValueTypeToStr(TOpValueType type) {
-  auto ordinal = static_cast<std::size_t>(type);
-  return ordinal < ValueTypeNames.size() ? std::string(ValueTypeNames[ordinal]) : std::string();
+  return EnumToName(ValueTypeNames, type);
 }
 
 std::optional<TOpValueType> TryStrToOpValueType(std::string_view name) {
-  for (std::size_t i = 0; i < ValueTypeNames.size(); ++i)
-    if (SameText(ValueTypeNames[i], name)) return static_cast<TOpValueType>(i);
-  return std::nullopt;
+  return EnumFromName<TOpValueType>(ValueTypeNames, name);
 }
 
 TOpValueType StrToOpValueType(std::string_view name) {

@@ -9,6 +9,7 @@
 
 #include "foundation/enum_set.h"
 #include "foundation/field_types.h"
+#include "foundation/messages.h"
 
 namespace ts4 {
 
@@ -86,6 +87,8 @@ struct TStandardOperator {
   std::string_view Caption;
   std::string_view SQLName;
   TFieldTypes AppliedTypes;
+  std::string_view ValFormat = {};
+  TOpValueType ValueType = vtScalar;
 };
 
 /// The standard operators in their list order, with their default captions
@@ -98,12 +101,12 @@ inline constexpr std::array<TStandardOperator, 13> StandardOperators = {{
     {"GreaterThan", "is greater than", "@f >'@1'", ComparableTypes},
     {"GreaterOrEqual", "is greater than or equal to", "@f >= '@1'", ComparableTypes},
     {"IsNull", "is null", "@f is null", NullableTypes},
-    {"InList", "is in list", "@f in (@1)", ComparableTypes},
+    {"InList", "is in list", "@f in (@1)", ComparableTypes, {}, vtList},
     {"StartsWith", "starts with", "@f like '@1%'", StringTypes},
     {"NotStartsWith", "does not start with", "not(@f like '@1%')", StringTypes},
     {"Contains", "contains", "@f like '%@1%'", StringTypes},
     {"NotContains", "does not contain", "not(@f like '%@1%')", StringTypes},
-    {"Between", "is between", "@f between '@1' and '@2'", ComparableTypes},
+    {"Between", "is between", "@f between '@1' and '@2'", ComparableTypes, msg::And},
 }};
 
 /// Positions of the standard operators in StandardOperators.

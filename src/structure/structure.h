@@ -227,7 +227,7 @@ class TWCustomDBStructure : public TWComponent {
   void RenumberTables();
   void RemoveFieldFromGroup(TDSField& field);
   void DeleteStandardOperator(TStdOp op);
-  void AddStandardOperator(bool update, TStdOp op, std::string_view valFormat = {});
+  void AddStandardOperator(bool update, TStdOp op);
 
   TWObjectList<TDSTable> tables_;
   TWObjectList<TDSField> fields_;

@@ -1,11 +1,40 @@
 // The structure's operator list: the standard set, the optional operators
 // that ExOperators switches, and the captions kept in DefOperators.
+#include <array>
+#include <span>
+
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "foundation/string_utils.h"
 #include "structure/structure.h"
 
 namespace ts4 {
+namespace {
+
+constexpr std::array<TStdOp, 7> BasicOperators = {
+    TStdOp::Equal,       TStdOp::NotEqual,       TStdOp::LessThan, TStdOp::LessOrEqual,
+    TStdOp::GreaterThan, TStdOp::GreaterOrEqual, TStdOp::IsNull};
+
+// The optional operators in the order they are added, with the option that
+// switches them. Refreshing captions deletes the operators of an absent
+// option, except for the StartsWith pair, which only UpdateExOperators
+// removes: stored structures rely on that difference.
+struct TOptionalOperators {
+  TExOperator Option;
+  std::array<TStdOp, 2> Ops;
+  std::size_t Count;
+  bool DeletedOnCaptionRefresh;
+  [[nodiscard]] std::span<const TStdOp> Members() const { return {Ops.data(), Count}; }
+};
+
+constexpr std::array<TOptionalOperators, 4> OptionalOperators = {{
+    {xoInList, {TStdOp::InList}, 1, true},
+    {xoStartsWith, {TStdOp::StartsWith, TStdOp::NotStartsWith}, 2, false},
+    {xoContains, {TStdOp::Contains, TStdOp::NotContains}, 2, true},
+    {xoBetween, {TStdOp::Between}, 1, true},
+}};
+
+}  // namespace
 
 int TWCustomDBStructure::AddOperator(std::string_view name, std::string_view displayName,
                                      std::string_view sqlName, std::string_view valFormat,
@@ -115,28 +144,20 @@ void TWCustomDBStructure::MergeDefOperators() {
     if (defOperators_.Values(op.Name).empty()) defOperators_.SetValue(op.Name, op.Caption);
 }
 
-void TWCustomDBStructure::AddStandardOperator(bool update, TStdOp which, std::string_view valFormat) {
+void TWCustomDBStructure::AddStandardOperator(bool update, TStdOp which) {
   const TStandardOperator& op = StandardOperator(which);
   int index =
-      AddUpdateOperator(update, op.Name, GetDefOperator(op.Name), op.SQLName, valFormat, op.AppliedTypes);
-  if (which == TStdOp::InList) operators_[index]->SetValueType(vtList);
+      AddUpdateOperator(update, op.Name, GetDefOperator(op.Name), op.SQLName, op.ValFormat, op.AppliedTypes);
+  // Re-initialising keeps an operator's value type; only InList insists on its own.
+  if (op.ValueType != vtScalar) operators_[index]->SetValueType(op.ValueType);
 }
 
 void TWCustomDBStructure::AddDefOperators(bool update) {
   BeginUpdate();
-  for (TStdOp op : {TStdOp::Equal, TStdOp::NotEqual, TStdOp::LessThan, TStdOp::LessOrEqual,
-                    TStdOp::GreaterThan, TStdOp::GreaterOrEqual, TStdOp::IsNull})
-    AddStandardOperator(update, op);
-  if (exOperators_.Contains(xoInList)) AddInListOperator(update);
-  if (exOperators_.Contains(xoStartsWith)) {
-    AddStartsWithOperator(update);
-    AddNotStartsWithOperator(update);
-  }
-  if (exOperators_.Contains(xoContains)) {
-    AddContainsOperator(update);
-    AddNotContainsOperator(update);
-  }
-  if (exOperators_.Contains(xoBetween)) AddBetweenOperator(update);
+  for (TStdOp op : BasicOperators) AddStandardOperator(update, op);
+  for (const TOptionalOperators& group : OptionalOperators)
+    if (exOperators_.Contains(group.Option))
+      for (TStdOp op : group.Members()) AddStandardOperator(update, op);
   EndUpdate();
 }
 
@@ -156,7 +177,7 @@ void TWCustomDBStructure::AddNotContainsOperator(bool update) {
   AddStandardOperator(update, TStdOp::NotContains);
 }
 void TWCustomDBStructure::AddBetweenOperator(bool update) {
-  AddStandardOperator(update, TStdOp::Between, msg::And);
+  AddStandardOperator(update, TStdOp::Between);
 }
 
 void TWCustomDBStructure::UpdateOperatorCaption(std::string_view name, std::string_view caption) {
@@ -176,57 +197,25 @@ void TWCustomDBStructure::UpdateDefOperators() {
     UpdateOperatorCaption(name, GetDefOperator(name));
   };
   BeginUpdate();
-  for (TStdOp op : {TStdOp::Equal, TStdOp::NotEqual, TStdOp::LessThan, TStdOp::LessOrEqual,
-                    TStdOp::GreaterThan, TStdOp::GreaterOrEqual, TStdOp::IsNull})
-    refresh(op);
-  if (exOperators_.Contains(xoInList))
-    refresh(TStdOp::InList);
-  else
-    DeleteStandardOperator(TStdOp::InList);
-  // Without xoStartsWith nothing is deleted here, unlike the other options:
-  // UpdateExOperators is what removes those two.
-  if (exOperators_.Contains(xoStartsWith)) {
-    refresh(TStdOp::StartsWith);
-    refresh(TStdOp::NotStartsWith);
+  for (TStdOp op : BasicOperators) refresh(op);
+  for (const TOptionalOperators& group : OptionalOperators) {
+    if (exOperators_.Contains(group.Option)) {
+      for (TStdOp op : group.Members()) refresh(op);
+    } else if (group.DeletedOnCaptionRefresh) {
+      for (TStdOp op : group.Members()) DeleteStandardOperator(op);
+    }
   }
-  if (exOperators_.Contains(xoContains)) {
-    refresh(TStdOp::Contains);
-    refresh(TStdOp::NotContains);
-  } else {
-    DeleteStandardOperator(TStdOp::Contains);
-    DeleteStandardOperator(TStdOp::NotContains);
-  }
-  if (exOperators_.Contains(xoBetween))
-    refresh(TStdOp::Between);
-  else
-    DeleteStandardOperator(TStdOp::Between);
   EndUpdate();
 }
 
 void TWCustomDBStructure::UpdateExOperators() {
   BeginUpdate();
-  if (exOperators_.Contains(xoInList))
-    AddInListOperator(true);
-  else
-    DeleteStandardOperator(TStdOp::InList);
-  if (exOperators_.Contains(xoStartsWith)) {
-    AddStartsWithOperator(true);
-    AddNotStartsWithOperator(true);
-  } else {
-    DeleteStandardOperator(TStdOp::StartsWith);
-    DeleteStandardOperator(TStdOp::NotStartsWith);
-  }
-  if (exOperators_.Contains(xoContains)) {
-    AddContainsOperator(true);
-    AddNotContainsOperator(true);
-  } else {
-    DeleteStandardOperator(TStdOp::Contains);
-    DeleteStandardOperator(TStdOp::NotContains);
-  }
-  if (exOperators_.Contains(xoBetween))
-    AddBetweenOperator(true);
-  else
-    DeleteStandardOperator(TStdOp::Between);
+  for (const TOptionalOperators& group : OptionalOperators)
+    for (TStdOp op : group.Members())
+      if (exOperators_.Contains(group.Option))
+        AddStandardOperator(true, op);
+      else
+        DeleteStandardOperator(op);
   EndUpdate();
 }
 
