@@ -341,7 +341,7 @@ INSTANTIATE_TEST_SUITE_P(
 // give the library's error and leave the list as it was.
 TEST(StringsFile, UnreadablePathsRaiseCannotOpen) {
   const std::filesystem::path temp = std::filesystem::temp_directory_path();
-  for (const std::string name : {(temp / "ts4_no_such_dir" / "missing.txt").string(), temp.string()}) {
+  for (const std::string& name : {(temp / "ts4_no_such_dir" / "missing.txt").string(), temp.string()}) {
     TStrings list{"kept"};
     ts4test::ExpectError([&] { list.LoadFromFile(name); }, 0, "Cannot open file \"" + name + "\"");
     EXPECT_EQ(list.Lines(), Lines{"kept"}) << name;
