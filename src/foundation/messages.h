@@ -19,6 +19,15 @@ inline constexpr std::string_view SectionNotFound = "Can not find section %s";
 inline constexpr std::string_view FieldNotInTable = "Can not find field \"%s\" in table \"%s\"";
 inline constexpr std::string_view NoDatabaseInfo = "DatabaseInfo is not specified";
 
+// Query and SQL generation.
+inline constexpr std::string_view NotEnoughInfo = "No enough information for building query";
+inline constexpr std::string_view WrongResultLink = "Can't add result table: wrong link";
+inline constexpr std::string_view QueryNotBuilt = "Query was not built properly";
+inline constexpr std::string_view InvalidFilterTitle = "Invalid filter title";
+inline constexpr std::string_view InvalidStringFormat = "Invalid string format";
+inline constexpr std::string_view NestingTooDeep = "Brackets are nested more than %d levels deep";
+inline constexpr std::string_view UnknownExprField = "Unknown field in expression: %s";
+
 // Metadata providers.
 inline constexpr std::string_view FieldCountTooSmall = "Field count must be >= 2";
 

@@ -39,6 +39,11 @@ void TStrings::SetStrings(int index, std::string line) {
   lines_[static_cast<std::size_t>(index)] = std::move(line);
 }
 
+void TStrings::AppendToLine(int index, std::string_view text) {
+  CheckIndex(index, Count());
+  lines_[static_cast<std::size_t>(index)] += text;
+}
+
 int TStrings::Add(std::string line) {
   lines_.push_back(std::move(line));
   return Count() - 1;

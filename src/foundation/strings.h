@@ -26,6 +26,10 @@ class TStrings {
   [[nodiscard]] const std::string& Strings(int index) const;
   [[nodiscard]] const std::string& operator[](int index) const { return Strings(index); }
   void SetStrings(int index, std::string line);
+  /// Appends the text to the line at the index.
+  void AppendToLine(int index, std::string_view text);
+  /// Makes room for that many lines.
+  void Reserve(int count) { lines_.reserve(static_cast<std::size_t>(count > 0 ? count : 0)); }
 
   int Add(std::string line);
   void AddStrings(const TStrings& other);

@@ -1,5 +1,7 @@
 #include "structure/structure.h"
 
+#include <algorithm>
+
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "foundation/string_utils.h"
@@ -47,6 +49,12 @@ TDSTable* TWCustomDBStructure::AddTable(std::string_view name, std::string_view 
 
 void TWCustomDBStructure::DelTable(int index) {
   TDSTable* table = Tables(index);
+  TStructureRemoval removal;
+  removal.TablesOrLinks = true;
+  for (TDSField* field : fields_) {
+    if (field->Kind() == wfkData && field->Table() == table) removal.Fields.push_back(field);
+  }
+  NotifyRemoving(removal);
   BeginUpdate();
   for (int i = links_.Count() - 1; i >= 0; --i) {
     TDSLink* link = links_[i];
@@ -126,6 +134,7 @@ TDSField* TWCustomDBStructure::AddField(TWFieldKind kind, std::string_view expr,
 
 void TWCustomDBStructure::DelField(int index) {
   TDSField* field = fields_.Items(index);
+  NotifyRemoving({{field}, {}, false});
   RemoveFieldFromGroup(*field);
   fields_.Delete(index);
   Changed();
@@ -191,6 +200,7 @@ TDSLink* TWCustomDBStructure::AddLink(TDSTable& table1, TDSTable& table2, std::s
 
 void TWCustomDBStructure::DelLink(int index) {
   TDSLink* link = Links(index);
+  NotifyRemoving({{}, {}, true});
   link->Table1()->RemoveLinkRef(link);
   link->Table2()->RemoveLinkRef(link);
   links_.Delete(index);
@@ -287,12 +297,31 @@ void TWCustomDBStructure::SetDatabaseInfo(TWDBInfo* info) {
   Changed();
 }
 
+void TWCustomDBStructure::AddObserver(TDBStructureObserver* observer) {
+  if (observer != nullptr && std::find(observers_.begin(), observers_.end(), observer) == observers_.end())
+    observers_.push_back(observer);
+}
+
+void TWCustomDBStructure::RemoveObserver(TDBStructureObserver* observer) {
+  std::erase(observers_, observer);
+}
+
+void TWCustomDBStructure::NotifyRemoving(const TStructureRemoval& removal) {
+  // A copy: an observer may unregister while it is told.
+  const std::vector<TDBStructureObserver*> observers = observers_;
+  for (TDBStructureObserver* observer : observers) observer->StructureItemsRemoving(removal);
+}
+
 void TWCustomDBStructure::Notification(TWComponent& component) {
   if (databaseInfo_ != nullptr && static_cast<TWComponent*>(databaseInfo_) == &component)
     databaseInfo_ = nullptr;
 }
 
 void TWCustomDBStructure::ClearStructure() {
+  TStructureRemoval removal;
+  removal.TablesOrLinks = true;
+  for (const TDSField* field : fields_) removal.Fields.push_back(field);
+  NotifyRemoving(removal);
   path_.Clear();
   groups_.Clear();
   rootGroup_->fields_.clear();

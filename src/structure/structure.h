@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "foundation/component.h"
 #include "foundation/field_types.h"
@@ -21,6 +22,22 @@
 namespace ts4 {
 
 class TWDBInfo;
+
+/// Items the structure is about to free, reported in one batch.
+struct TStructureRemoval {
+  std::vector<const TDSField*> Fields;
+  std::vector<const TDSOperator*> Operators;
+  /// Tables or links go too (their pointers are not listed).
+  bool TablesOrLinks = false;
+};
+
+/// Told before a structure frees fields, operators, tables or links, so that
+/// objects holding plain pointers to them (queries) can let go in time.
+class TDBStructureObserver {
+ public:
+  virtual ~TDBStructureObserver() = default;
+  virtual void StructureItemsRemoving(const TStructureRemoval& removal) = 0;
+};
 
 /// What TableByName compares the text with.
 enum class TDSTableSearch : std::uint8_t { tsName, tsAlias, tsDisplayName, tsCompoundName, tsSQLExpr };
@@ -52,6 +69,9 @@ class TWCustomDBStructure : public TWComponent {
   /// Fires OnChange, or remembers to fire it when the last EndUpdate comes.
   void Changed();
   void BeginUpdate() { ++updateCount_; }
+  /// Registers an object to be told before items are freed (not owned).
+  void AddObserver(TDBStructureObserver* observer);
+  void RemoveObserver(TDBStructureObserver* observer);
   /// Ends a BeginUpdate; the outermost one fires OnChange if anything changed.
   void EndUpdate();
   [[nodiscard]] int UpdateCount() const { return updateCount_; }
@@ -225,6 +245,7 @@ class TWCustomDBStructure : public TWComponent {
 
  private:
   void RenumberTables();
+  void NotifyRemoving(const TStructureRemoval& removal);
   void RemoveFieldFromGroup(TDSField& field);
   void DeleteStandardOperator(TStdOp op);
   void AddStandardOperator(bool update, TStdOp op);
@@ -250,6 +271,7 @@ class TWCustomDBStructure : public TWComponent {
   std::string initialSEPath_;
   int nextFieldID_ = 1;
   int updateCount_ = 0;
+  std::vector<TDBStructureObserver*> observers_;
   bool changePending_ = false;
 };
 

@@ -76,6 +76,7 @@ int TWCustomDBStructure::AddUpdateOperator(bool update, std::string_view name, s
 
 void TWCustomDBStructure::DelOperator(int index) {
   TDSOperator* op = Operators(index);
+  NotifyRemoving({{}, {op}, false});
   for (TDSField* field : fields_) field->RemoveOperator(op);
   operators_.Delete(index);
   Changed();
@@ -87,6 +88,9 @@ void TWCustomDBStructure::DeleteOperatorByName(std::string_view name) {
 }
 
 void TWCustomDBStructure::ClearOperators() {
+  TStructureRemoval removal;
+  for (const TDSOperator* op : operators_) removal.Operators.push_back(op);
+  NotifyRemoving(removal);
   for (TDSField* field : fields_) field->operators_.clear();
   operators_.Clear();
   Changed();

@@ -1,0 +1,219 @@
+#include "query/query_result.h"
+
+#include "foundation/error.h"
+#include "foundation/messages.h"
+#include "query/filter_row.h"
+#include "query/query.h"
+#include "structure/field.h"
+#include "structure/link.h"
+#include "structure/table.h"
+
+namespace ts4 {
+namespace {
+
+constexpr std::string_view Indent = "     ";  // five blanks before each further FROM table
+
+bool HasNonASCII(std::string_view text) {
+  for (char c : text) {
+    if (static_cast<unsigned char>(c) > 127) return true;
+  }
+  return false;
+}
+
+std::string JoinWord(const TDSLink& link, const TDSTable* table) {
+  const bool second = link.Table2() == table;
+  switch (link.LinkType()) {
+    case ltOuterLeft: return second ? "LEFT OUTER" : "RIGHT OUTER";
+    case ltOuterRight: return second ? "RIGHT OUTER" : "LEFT OUTER";
+    case ltOuterFull: return "FULL";
+    default: return "INNER";
+  }
+}
+
+}  // namespace
+
+TQueryResult::TQueryResult(TWQuery& query) : query_(&query), resultFields_(query.DbStruct()) {
+  SetSQLOptions(DefaultSQLOptions);
+}
+
+void TQueryResult::SetResultFields(const TRFieldList& fields) {
+  resultFields_.Assign(fields);
+  resultFields_.SetStructure(query_->DbStruct());
+  SetSQLOptions(sqlOptions_);  // the flags that follow the options stay in step
+}
+
+void TQueryResult::SetSQLOptions(TSQLOptions options) {
+  sqlOptions_ = options;
+  resultFields_.SetQuoteAliases(options.Contains(soQuoteAliases));
+  resultFields_.SetASCIIAliases(options.Contains(soASCIIRFields));
+}
+
+std::string TQueryResult::GetSelectClause() {
+  if (sqlOptions_.Contains(soASCIIRFields)) {
+    for (int i = 0; i < resultFields_.Count(); ++i) {
+      TResultField* field = resultFields_[i];
+      if (HasNonASCII(field->Alias())) field->SetAlias("C" + std::to_string(i + 1));
+    }
+  }
+  std::string line = sqlOptions_.Contains(soSelectDistinct) ? "SELECT DISTINCT " : "SELECT ";
+  if (resultFields_.JustSorting() || resultFields_.Count() == 0) {
+    line += "*";
+    return line;
+  }
+  bool first = true;
+  for (const TResultField* field : resultFields_) {
+    if (!first) line += ", ";
+    line += field->GetSelectExpr();
+    first = false;
+  }
+  return line;
+}
+
+const TStrings& TQueryResult::GetFromClause() {
+  if (resultTables_.Empty()) throw EWTessalyError(qecNotBuilt, std::string(msg::QueryNotBuilt));
+  oldStyleJoins_ = false;
+  fromLines_.Clear();
+  fromLines_.Add("FROM " + resultTables_[0].Table->GetSQLExpr());
+  int brackets = 0;
+  const bool bracketJoins = sqlOptions_.Contains(soBracketJoins);
+  for (int i = 1; i < resultTables_.Count(); ++i) {
+    const TResultTable& entry = resultTables_[i];
+    if (sqlSyntax_ != ssSQL2 || entry.Link == nullptr) {
+      fromLines_.AppendToLine(fromLines_.Count() - 1, ", ");
+      fromLines_.Add(std::string(Indent) + entry.Table->GetSQLExpr());
+      oldStyleJoins_ = true;
+      continue;
+    }
+    std::string line = std::string(Indent) + JoinWord(*entry.Link, entry.Table) + " JOIN " +
+                       entry.Table->GetSQLExpr() + " ON " + entry.Link->GetSQLExpr(ssSQL2);
+    if (bracketJoins && i < resultTables_.Count() - 1) {
+      line += ")";
+      ++brackets;
+    }
+    fromLines_.Add(std::move(line));
+  }
+  if (brackets > 0) {
+    std::string first = fromLines_[0];
+    first.insert(5, static_cast<std::size_t>(brackets), '(');  // after "FROM "
+    fromLines_.SetStrings(0, std::move(first));
+  }
+  return fromLines_;
+}
+
+std::string TQueryResult::AdjustCondition(std::string_view text) const {
+  if (sqlOptions_.Contains(soBracketConditions)) return "(" + std::string(text) + ")";
+  return std::string(text);
+}
+
+bool TQueryResult::AddOldStyleInnerJoins(TStrings& lines) const {
+  bool added = false;
+  for (int i = 1; i < resultTables_.Count(); ++i) {
+    const TDSLink* link = resultTables_[i].Link;
+    if (link == nullptr || (sqlSyntax_ != ssOracle && link->LinkType() != ltInner)) continue;
+    if (added) lines.AppendToLine(lines.Count() - 1, " AND");
+    lines.Add("   " + AdjustCondition(link->GetSQLExpr(sqlSyntax_ == ssOracle ? ssOracle : ssSQL2)));
+    added = true;
+  }
+  return added;
+}
+
+const TStrings& TQueryResult::GetSQL() {
+  GetFromClause();
+  sql_.Clear();
+  sql_.Reserve(whereLines_.Count() + fromLines_.Count() + 8);
+  sql_.Add(GetSelectClause());
+  sql_.AddStrings(fromLines_);
+  TStrings joins;
+  const bool joined = oldStyleJoins_ && AddOldStyleInnerJoins(joins);
+  // WHERE only when something follows it.
+  if (joined || !whereLines_.Empty()) {
+    sql_.Add("WHERE");
+    sql_.AddStrings(joins);
+    if (joined && !whereLines_.Empty()) sql_.AppendToLine(sql_.Count() - 1, " AND");
+    sql_.AddStrings(whereLines_);
+  }
+  if (!groupBy_.empty()) sql_.Add("GROUP BY " + groupBy_);
+  if (!orderBy_.empty()) sql_.Add("ORDER BY " + orderBy_);
+  return sql_;
+}
+
+std::string TQueryResult::GetJoinConditions() const {
+  TStrings lines;
+  AddOldStyleInnerJoins(lines);
+  return lines.Text();
+}
+
+void TQueryResult::GetResFieldCaptions(TStrings& list) const {
+  list.Clear();
+  for (const TResultField* field : resultFields_) list.Add(field->Caption());
+}
+
+void TQueryResult::DbStructChanged() {
+  resultTables_.Clear();
+  fromLines_.Clear();
+  oldStyleJoins_ = false;
+}
+
+// ---- Parameters -------------------------------------------------------------------
+
+TSQLParam* TQueryResult::AddParameter(TFilterCond& condition) {
+  TSQLParam* existing = FindParameterByCondition(condition);
+  // The first free number from the count on: names stay unique after deletions.
+  int number = params_.Count() + paramBase_ + 1;
+  while (params_.IndexByName("Param" + std::to_string(number)) >= 0) ++number;
+  auto param =
+      std::make_unique<TSQLParam>(&condition, "Param" + std::to_string(number), condition.GetExprType());
+  const std::string base =
+      (condition.Field() != nullptr ? condition.Field()->DisplayName() : std::string()) + " param";
+  if (existing != nullptr) {
+    const bool existingIsFirst = condition.Param1() == existing;
+    existing->SetCaption(base + (existingIsFirst ? " 1" : " 2"));
+    param->SetCaption(base + (existingIsFirst ? " 2" : " 1"));
+  } else {
+    param->SetCaption(base);
+  }
+  TSQLParam* added = params_.Add(std::move(param));
+  query_->ParametersListChanged();
+  return added;
+}
+
+void TQueryResult::DeleteParameter(TSQLParam* param) {
+  const int index = params_.IndexOf(param);
+  if (index >= 0) {
+    if (TFilterCond* cond = param->Condition()) {
+      for (TSQLParam*& bound : cond->params_) {
+        if (bound == param) bound = nullptr;
+      }
+    }
+    params_.Delete(index);
+  }
+  query_->ParametersListChanged();
+}
+
+void TQueryResult::DeleteParameters(const TFilterCond& condition) {
+  // Unbind first so the condition never points at a freed parameter.
+  auto& cond = const_cast<TFilterCond&>(condition);
+  cond.params_ = {nullptr, nullptr};
+  params_.DeleteByCondition(&condition);
+  query_->ParametersListChanged();
+}
+
+TSQLParam* TQueryResult::FindParameter(std::string_view name) const {
+  const int index = params_.IndexByName(name);
+  return index >= 0 ? params_[index] : nullptr;
+}
+
+TSQLParam* TQueryResult::FindParameterByCondition(const TFilterCond& condition) const {
+  const int index = params_.IndexByCondition(&condition);
+  return index >= 0 ? params_[index] : nullptr;
+}
+
+void TQueryResult::ClearParams() {
+  for (TSQLParam* param : params_) {
+    if (TFilterCond* cond = param->Condition()) cond->params_ = {nullptr, nullptr};
+  }
+  params_.Clear();
+  query_->ParametersListChanged();
+}
+
+}  // namespace ts4

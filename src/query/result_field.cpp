@@ -1,0 +1,122 @@
+#include "query/result_field.h"
+
+#include <array>
+#include <cctype>
+
+#include "foundation/error.h"
+#include "foundation/messages.h"
+#include "foundation/string_utils.h"
+#include "query/rfield_list.h"
+#include "structure/field.h"
+#include "structure/structure.h"
+
+namespace ts4 {
+
+TWCustomDBStructure* TResultField::Structure() const {
+  return owner_ != nullptr ? owner_->Structure() : nullptr;
+}
+
+TDSField* TResultField::Field(int index) const {
+  if (index < 0 || index >= FieldCount()) throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
+  return formula_.Fields[static_cast<std::size_t>(index)];
+}
+
+void TResultField::DelDSField(int index) {
+  const std::size_t count = formula_.Fields.size();
+  if (index < 0 || static_cast<std::size_t>(index) >= count) {
+    throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
+  }
+  const auto removed = static_cast<std::size_t>(index) + 1;
+  formula_.Formula = SubstituteMarkers(formula_.Formula, count, [removed](std::size_t k) {
+    if (k == removed) return std::string();
+    return "@" + std::to_string(k > removed ? k - 1 : k);
+  });
+  formula_.Fields.erase(formula_.Fields.begin() + index);
+}
+
+std::string TResultField::GetSQLExpr() const {
+  return SubstituteMarkers(formula_.Formula, formula_.Fields.size(), [this](std::size_t k) {
+    const TDSField* field = formula_.Fields[k - 1];
+    return field != nullptr ? field->GetSQLExpr() : std::string();
+  });
+}
+
+std::string TResultField::GetSelectExpr() const {
+  std::string result = GetSQLExpr();
+  if (!alias_.empty()) result += " as " + GetSQLAlias();
+  return result;
+}
+
+std::string TResultField::GetSQLAlias() const {
+  if (owner_ == nullptr || !owner_->QuoteAliases()) return alias_;
+  return GetQuoteSymbol(1) + alias_ + GetQuoteSymbol(2);
+}
+
+std::string TResultField::GetOrderName() const {
+  if (!formula_.Fields.empty() && formula_.Fields.front() != nullptr)
+    return formula_.Fields.front()->GetSQLExpr();
+  return GetSQLExpr();
+}
+
+bool TResultField::GetAgregate() const {
+  const std::string sql = LowerCase(GetSQLExpr());
+  static constexpr std::array<std::string_view, 5> functions = {"sum(", "count(", "max(", "min(", "avg("};
+  for (std::string_view function : functions) {
+    if (sql.find(function) != std::string::npos) return true;
+  }
+  return false;
+}
+
+std::string TResultField::GetExpression() const {
+  return ExpressionFromFormula(Structure(), formula_);
+}
+
+char TResultField::GetQuoteSymbol(int index) const {
+  const TWCustomDBStructure* structure = Structure();
+  if (structure == nullptr) return '"';
+  return index == 1 ? structure->SQLFormats().QuoteSymbol1() : structure->SQLFormats().QuoteSymbol2();
+}
+
+void TResultField::ProcessExpression(std::string_view text) {
+  formula_ = FormulaFromExpression(Structure(), text);
+}
+
+void TResultField::ProcessSQLExpr(std::string_view text) {
+  formula_ = FormulaFromSQL(Structure(), text);
+}
+
+void TResultField::GenerateAlias() {
+  if (owner_ == nullptr || !owner_->AutoAliases()) return;
+  const std::string source = caption_.empty() ? GetExpression() : caption_;
+  std::string alias;
+  for (char c : source) {
+    const auto u = static_cast<unsigned char>(c);
+    if (std::isalnum(u) != 0 || c == '_' || (u >= 0x80 && !owner_->ASCIIAliases())) {
+      alias += c;
+    } else if (u < 0x80 && !alias.empty() && alias.back() != '_') {
+      alias += '_';
+    }
+  }
+  while (!alias.empty() && alias.back() == '_') alias.pop_back();
+  if (alias.empty() || std::isdigit(static_cast<unsigned char>(alias.front())) != 0) alias.insert(0, "F");
+  alias_ = owner_->GetUniqAlias(alias, this);
+}
+
+void TResultField::GenerateCaption() {
+  std::string caption;
+  for (char c : GetExpression()) {
+    if (c != '{' && c != '}') caption += c;
+  }
+  caption_ = owner_ != nullptr ? owner_->GetUniqCaption(caption, this) : caption;
+}
+
+void TResultField::Assign(const TResultField& source) {
+  if (&source == this) return;
+  formula_ = source.formula_;
+  alias_ = source.alias_;
+  caption_ = source.caption_;
+  sorting_ = source.sorting_;
+  sortOrder_ = source.sortOrder_;
+}
+
+}  // namespace ts4

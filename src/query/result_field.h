@@ -1,0 +1,93 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "query/formula.h"
+#include "query/query_types.h"
+
+namespace ts4 {
+
+class TDSField;
+class TRFieldList;
+class TWCustomDBStructure;
+
+/// A column of the select list: a formula over structure fields, with an
+/// alias, a caption and a sorting.
+class TResultField {
+ public:
+  explicit TResultField(TRFieldList* owner = nullptr) : owner_(owner) {}
+
+  [[nodiscard]] TRFieldList* Owner() const { return owner_; }
+  /// The owner's structure, or null.
+  [[nodiscard]] TWCustomDBStructure* Structure() const;
+
+  /// The structure fields the formula refers to, in marker order.
+  [[nodiscard]] const std::vector<TDSField*>& Fields() const { return formula_.Fields; }
+  [[nodiscard]] int FieldCount() const { return static_cast<int>(formula_.Fields.size()); }
+  [[nodiscard]] TDSField* Field(int index) const;
+  void AddDSField(TDSField* field) { formula_.Fields.push_back(field); }
+  void SetDSFields(std::vector<TDSField*> fields) { formula_.Fields = std::move(fields); }
+  /// Removes the field at the index: its markers leave the formula and later
+  /// markers move down by one.
+  void DelDSField(int index);
+
+  [[nodiscard]] const std::string& Formula() const { return formula_.Formula; }
+  void SetFormula(std::string formula) { formula_.Formula = std::move(formula); }
+  [[nodiscard]] const std::string& Alias() const { return alias_; }
+  void SetAlias(std::string alias) { alias_ = std::move(alias); }
+  [[nodiscard]] const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string caption) { caption_ = std::move(caption); }
+  [[nodiscard]] TSortingType Sorting() const { return sorting_; }
+  void SetSorting(TSortingType sorting) { sorting_ = sorting; }
+  /// 1-based position in the list, set before each build.
+  [[nodiscard]] int Number() const { return number_; }
+  void SetNumber(int number) { number_ = number; }
+  /// Rank among the sorted fields; smaller sorts first.
+  [[nodiscard]] int SortOrder() const { return sortOrder_; }
+  void SetSortOrder(int order) { sortOrder_ = order; }
+
+  /// The formula with each marker replaced by its field's SQL expression.
+  [[nodiscard]] std::string GetSQLExpr() const;
+  /// GetSQLExpr, then " as " and the alias when there is one.
+  [[nodiscard]] std::string GetSelectExpr() const;
+  /// The alias, quoted when the list quotes aliases.
+  [[nodiscard]] std::string GetSQLAlias() const;
+  /// What ORDER BY names the field by: its first structure field's SQL expression.
+  [[nodiscard]] std::string GetOrderName() const;
+  /// True when the SQL uses SUM, COUNT, MAX, MIN or AVG.
+  [[nodiscard]] bool GetAgregate() const;
+  /// The formula as the user edits it, fields as captions in braces.
+  [[nodiscard]] std::string GetExpression() const;
+  /// The structure's opening (1) or closing (other) quote of names; '"' without a structure.
+  [[nodiscard]] char GetQuoteSymbol(int index) const;
+
+  /// Takes the user's expression (fields as captions in braces). On a bad
+  /// name raises EWQueryPanelError code 11 and changes nothing.
+  void ProcessExpression(std::string_view text);
+  /// Takes an SQL expression such as "SUM(O.TOTAL)".
+  void ProcessSQLExpr(std::string_view text);
+
+  /// Alias from the caption: blanks and punctuation become "_", only ASCII
+  /// when the list asks for it, unique in the list. Only when the list
+  /// generates aliases.
+  void GenerateAlias();
+  /// Caption from the expression without braces, unique in the list.
+  void GenerateCaption();
+
+  /// Copies everything but the owner and the number.
+  void Assign(const TResultField& source);
+
+ private:
+  friend class TRFieldList;
+  TRFieldList* owner_;
+  TFormula formula_{"@1", {}};
+  std::string alias_;
+  std::string caption_;
+  TSortingType sorting_ = stNoSort;
+  int number_ = 0;
+  int sortOrder_ = 0;
+};
+
+}  // namespace ts4

@@ -1,0 +1,128 @@
+#include "query/rfield_list.h"
+
+#include "foundation/string_utils.h"
+#include "structure/field.h"
+
+namespace ts4 {
+
+TResultField* TRFieldList::Place(int index, std::unique_ptr<TResultField> field) {
+  field->owner_ = this;
+  return index < 0 ? fields_.Add(std::move(field)) : fields_.Insert(index, std::move(field));
+}
+
+TResultField* TRFieldList::New(int index) {
+  return Place(index, std::make_unique<TResultField>(this));
+}
+
+TResultField* TRFieldList::Insert(int index, TDSField& field, TSortingType sorting) {
+  auto made = std::make_unique<TResultField>(this);
+  made->formula_ = {"@1", {&field}};
+  made->sorting_ = sorting;
+  made->caption_ = GetUniqCaption(field.DisplayName());
+  TResultField* placed = Place(index, std::move(made));
+  placed->GenerateAlias();
+  return placed;
+}
+
+TResultField* TRFieldList::InsertByExpression(int index, std::string_view expression, TSortingType sorting,
+                                              std::string_view caption, std::string_view alias) {
+  auto made = std::make_unique<TResultField>(this);
+  made->ProcessExpression(expression);  // may raise: nothing is added then
+  made->sorting_ = sorting;
+  made->alias_ = alias;
+  TResultField* placed = Place(index, std::move(made));
+  if (caption.empty()) {
+    placed->GenerateCaption();
+  } else {
+    placed->caption_ = caption;
+  }
+  if (alias.empty()) placed->GenerateAlias();
+  return placed;
+}
+
+TResultField* TRFieldList::InsertBySQLExpr(int index, std::string_view sqlExpr, TSortingType sorting,
+                                           std::string_view alias) {
+  auto made = std::make_unique<TResultField>(this);
+  made->ProcessSQLExpr(sqlExpr);
+  made->sorting_ = sorting;
+  made->alias_ = alias;
+  TResultField* placed = Place(index, std::move(made));
+  if (alias.empty()) {
+    placed->GenerateCaption();
+  } else {
+    placed->caption_ = GetUniqCaption(alias, placed);
+  }
+  return placed;
+}
+
+int TRFieldList::IndexByExpr(std::string_view sqlExpr) const {
+  for (int i = 0; i < Count(); ++i) {
+    if (SameText(fields_[i]->GetSQLExpr(), sqlExpr)) return i;
+  }
+  return -1;
+}
+
+bool TRFieldList::CheckUniqAlias(std::string_view alias, const TResultField* except) const {
+  for (const TResultField* field : fields_) {
+    if (field != except && SameText(field->Alias(), alias)) return false;
+  }
+  return true;
+}
+
+bool TRFieldList::CheckUniqCaption(std::string_view caption, const TResultField* except) const {
+  for (const TResultField* field : fields_) {
+    if (field != except && SameText(field->Caption(), caption)) return false;
+  }
+  return true;
+}
+
+std::string TRFieldList::GetUniqAlias(std::string_view alias, const TResultField* except) const {
+  std::string candidate(alias);
+  for (int n = 1; !CheckUniqAlias(candidate, except); ++n) candidate = std::string(alias) + std::to_string(n);
+  return candidate;
+}
+
+std::string TRFieldList::GetUniqCaption(std::string_view caption, const TResultField* except) const {
+  std::string candidate(caption);
+  for (int n = 1; !CheckUniqCaption(candidate, except); ++n)
+    candidate = std::string(caption) + std::to_string(n);
+  return candidate;
+}
+
+void TRFieldList::GenerateNumbers() {
+  int number = 0;
+  for (TResultField* field : fields_) field->number_ = ++number;
+}
+
+void TRFieldList::RegenerateAliases() {
+  for (TResultField* field : fields_) field->GenerateAlias();
+}
+
+int TRFieldList::GetSortCount() const {
+  int count = 0;
+  for (const TResultField* field : fields_) count += field->Sorting() != stNoSort ? 1 : 0;
+  return count;
+}
+
+std::string TRFieldList::GetCaption(int index) const {
+  const TResultField* field = GetRField(index);
+  return field->Caption().empty() ? field->GetExpression() : field->Caption();
+}
+
+void TRFieldList::Assign(const TRFieldList& source) {
+  if (&source == this) return;
+  TWObjectList<TResultField> copies;
+  for (const TResultField* field : source.fields_) {
+    auto copy = std::make_unique<TResultField>(this);
+    copy->Assign(*field);
+    copies.Add(std::move(copy));
+  }
+  fields_ = std::move(copies);
+  structure_ = source.structure_;
+  quoteAliases_ = source.quoteAliases_;
+  justSorting_ = source.justSorting_;
+  asciiAliases_ = source.asciiAliases_;
+  autoAliases_ = source.autoAliases_;
+}
+
+}  // namespace ts4
