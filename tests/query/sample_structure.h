@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "query/query.h"
 #include "structure/structure.h"
@@ -68,5 +70,17 @@ class TSampleStructure {
     field->AddAppliedOperators();
   }
 };
+
+/// The WHERE lines of a fresh build.
+inline std::vector<std::string> WhereLines(ts4::TWQuery& query) {
+  query.BuildQuery();
+  return query.QResult().WhereLines().Lines();
+}
+
+/// The whole statement of a fresh build, line by line.
+inline std::vector<std::string> Statement(ts4::TWQuery& query) {
+  query.BuildQuery();
+  return query.QResult().GetSQL().Lines();
+}
 
 }  // namespace ts4test
