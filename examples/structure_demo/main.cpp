@@ -1,8 +1,10 @@
 // Builds a small order-entry structure in memory and prints the SQL text of
-// each table, field and link, then the chain of joins between two tables.
+// each table, field and link, the chain of joins between two tables, and a
+// query over it written in the three join syntaxes.
 #include <iostream>
 
 #include "foundation/error.h"
+#include "query/query.h"
 #include "structure/structure.h"
 
 namespace {
@@ -46,6 +48,27 @@ void BuildStructure(ts4::TWDBStructure& db) {
   amount->AddAppliedOperators();
 }
 
+// Companies in Riga or Tallinn with big orders not sold by Smith, and their order totals.
+void BuildQuery(ts4::TWDBStructure& db, ts4::TWQuery& query) {
+  using namespace ts4;
+  auto field = [&](const char* caption) { return db.FieldByName(fsDisplayName, caption); };
+  auto condition = [&](TFilterBracket& bracket, const char* caption, const char* op, const char* value) {
+    TFilterCond* cond = bracket.AddCond();
+    cond->SetField(field(caption));
+    cond->SetOperator(db.OperatorByName(op));
+    cond->SetValue(1, value);
+    return cond;
+  };
+  condition(query.Root(), "City", "InList", "Riga,Tallinn");
+  condition(query.Root(), "Order total", "GreaterOrEqual", "1000");
+  TFilterBracket* notBy = query.Root().AddBracket();
+  notBy->SetLinkType(fltNone);
+  condition(*notBy, "Sales person", "StartsWith", "Smith");
+  condition(query.Root(), "Sale date", "GreaterThan", "2024-01-01")->SetValue1IsParam(true);
+  query.QResult().ResultFields().Add(*field("Company"), stAscending);
+  query.QResult().ResultFields().AddByExpression("SUM({Order total})", stDescending, "Total", "Total");
+}
+
 }  // namespace
 
 int main() {
@@ -75,6 +98,20 @@ int main() {
     std::cout << "Path from Cust to Part:";
     for (int i = 0; i < path.TableCount(); ++i) std::cout << (i ? " -> " : " ") << path.Tables(i)->Alias();
     std::cout << "\n";
+
+    ts4::TWQuery query(&db);
+    BuildQuery(db, query);
+    const std::pair<ts4::TSQLSyntax, const char*> syntaxes[] = {{ts4::ssSQL2, "JOIN clauses"},
+                                                                {ts4::ssSQL1, "joins in WHERE"},
+                                                                {ts4::ssOracle, "outer-join markers"}};
+    for (auto [syntax, name] : syntaxes) {
+      query.SetSQLSyntax(syntax);
+      query.BuildQuery();
+      std::cout << "\nQuery, " << name << ":\n";
+      for (const std::string& line : query.QResult().GetSQL()) std::cout << "  " << line << "\n";
+    }
+    const ts4::TSQLParam* param = query.QResult().GetParam(0);
+    std::cout << "Parameter :" << param->Name() << " (" << param->Caption() << ")\n";
     return 0;
   } catch (const ts4::EWTessalyError& e) {
     std::cerr << "structure_demo: " << e.what() << " (code " << e.ErrorCode() << ")\n";
