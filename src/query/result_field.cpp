@@ -60,9 +60,14 @@ std::string TResultField::GetOrderName() const {
 
 bool TResultField::GetAgregate() const {
   const std::string sql = LowerCase(GetSQLExpr());
-  static constexpr std::array<std::string_view, 5> functions = {"sum(", "count(", "max(", "min(", "avg("};
+  static constexpr std::array<std::string_view, 5> functions = {"sum", "count", "max", "min", "avg"};
   for (std::string_view function : functions) {
-    if (sql.find(function) != std::string::npos) return true;
+    // "count(" anywhere, also "count (": blanks before the bracket do not hide it.
+    for (std::size_t at = sql.find(function); at != std::string::npos; at = sql.find(function, at + 1)) {
+      std::size_t next = at + function.size();
+      while (next < sql.size() && (sql[next] == ' ' || sql[next] == '\t')) ++next;
+      if (next < sql.size() && sql[next] == '(') return true;
+    }
   }
   return false;
 }

@@ -56,7 +56,8 @@ class TResultField {
   [[nodiscard]] std::string GetSQLAlias() const;
   /// What ORDER BY names the field by: its first structure field's SQL expression.
   [[nodiscard]] std::string GetOrderName() const;
-  /// True when the SQL uses SUM, COUNT, MAX, MIN or AVG.
+  /// True when the SQL calls SUM, COUNT, MAX, MIN or AVG (a name followed by "(",
+  /// blanks between them allowed).
   [[nodiscard]] bool GetAgregate() const;
   /// The formula as the user edits it, fields as captions in braces.
   [[nodiscard]] std::string GetExpression() const;

@@ -26,6 +26,8 @@ TEST(ResultField, SQLOfFormulas) {
       {"@12 - @3", {"QTY", "TOTAL"}, "I.QTY2 - @3", false},   // no twelfth or third field
       {"MAXIMUM(@1)", {"QTY"}, "MAXIMUM(I.QTY)", false},
       {"x + Count(*)", {}, "x + Count(*)", true},
+      {"AVG (@1)", {"QTY"}, "AVG (I.QTY)", true},
+      {"@1 - minimum", {"QTY"}, "I.QTY - minimum", false},
   };
   ts4::TRFieldList list(&s.db);
   for (const FormulaCase& c : cases) {
