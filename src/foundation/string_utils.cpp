@@ -25,6 +25,17 @@ constexpr bool IsBlank(char c) {
 std::string ReplaceAll(std::string_view text, std::string_view search, std::string_view replacement,
                        bool ignoreCase) {
   if (search.empty()) return std::string(text);
+  if (!ignoreCase) {
+    std::string result;
+    std::size_t from = 0;
+    for (std::size_t at = text.find(search); at != std::string_view::npos; at = text.find(search, from)) {
+      if (result.empty()) result.reserve(text.size() + replacement.size());
+      result.append(text.substr(from, at - from)).append(replacement);
+      from = at + search.size();
+    }
+    result.append(text.substr(from));
+    return result;
+  }
   std::string result;
   result.reserve(text.size());
   std::size_t i = 0;

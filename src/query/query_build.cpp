@@ -84,15 +84,13 @@ class TWQuery::TConditionWriter {
     for (int i = 0; i < field->TableCount(); ++i) query_.AddResultTable(*field->Tables(i));
 
     const TRTableList& tables = query_.result_->ResultTables();
-    const std::size_t valueCount = static_cast<std::size_t>(std::max(op->GetParamCount(), 0));
-    std::string values[2];
-    for (std::size_t k = 1; k <= std::min<std::size_t>(valueCount, 2); ++k) {
-      values[k - 1] = query_.ExtractValue(cond, static_cast<int>(k));
-    }
-    // One pass over the template: text put in is never read as a marker again.
+    const int valueCount = op->GetParamCount();
+    // One pass over the template: text put in is never read as a marker
+    // again. The field's own SQL is kept apart so its quotes survive below.
     const std::string& pattern = op->SQLName();
     std::string text;
     text.reserve(pattern.size() + 64);
+    kept_.clear();
     std::size_t i = 0;
     while (i < pattern.size()) {
       const std::size_t at = pattern.find('@', i);
@@ -103,7 +101,9 @@ class TWQuery::TConditionWriter {
       text.append(pattern, i, at - i);
       const char next = at + 1 < pattern.size() ? pattern[at + 1] : '\0';
       if (next == 'f') {
+        const std::size_t from = text.size();
         text += field->GetSQLExpr();
+        kept_.emplace_back(from, text.size());
         i = at + 2;
       } else if (next == 't' && field->TableCount() > 0) {
         text += field->Table()->Name();
@@ -111,10 +111,8 @@ class TWQuery::TConditionWriter {
       } else if (next == 'm' && !tables.Empty()) {
         text += tables[0].Table->Name();
         i = at + 2;
-      } else if (next >= '1' && next <= '9' && static_cast<std::size_t>(next - '0') <= valueCount) {
-        // Values 3 and up read value 2, as ExtractValue does.
-        const auto k = static_cast<std::size_t>(next - '0');
-        text += k == 1 ? values[0] : (k == 2 ? values[1] : query_.ExtractValue(cond, static_cast<int>(k)));
+      } else if (next >= '1' && next <= '9' && next - '0' <= valueCount) {
+        text += query_.ExtractValue(cond, next - '0');
         i = at + 2;
       } else {
         text += '@';
@@ -125,43 +123,65 @@ class TWQuery::TConditionWriter {
     BindParameter(cond, 2, text);
     const TWCustomDBStructure* structure = query_.structure_;
     const bool quoted = structure != nullptr && structure->QuotedTypes().Contains(field->FieldType());
-    if (!quoted && op->ValueType() != vtSubQuery) std::erase(text, '\'');
+    // Unquoted types are written bare even where the template quotes them.
+    if (!quoted && op->ValueType() != vtSubQuery) RemoveQuotesOutsideKept(text);
     if (query_.OnBuildSQL) query_.OnBuildSQL(cond, text);
-    Emit(query_.result_->AdjustCondition(text));
+    Emit(query_.result_->AdjustCondition(std::move(text)));
   }
 
   /// Replaces the quoted text around "@p1" (or "@p2") by ":" and the
   /// parameter's name, and keeps that text, quotes removed and the marker
   /// as "@v", as the parameter's value format.
-  static void BindParameter(const TFilterCond& cond, int index, std::string& text) {
+  void BindParameter(const TFilterCond& cond, int index, std::string& text) {
     TSQLParam* param = cond.Param(index);
     if (param == nullptr) return;
-    const std::string marker = index == 1 ? "@p1" : "@p2";
+    const std::string_view marker = index == 1 ? "@p1" : "@p2";
     const std::size_t at = text.find(marker);
     if (at == std::string::npos) return;
     std::size_t first = at;
-    for (std::size_t i = at; i-- > 0;) {
-      if (text[i] == '\'') {
-        first = i;
+    for (std::size_t k = at; k-- > 0;) {
+      if (text[k] == '\'') {
+        first = k;
         break;
       }
     }
     std::size_t last = at + marker.size() - 1;
-    for (std::size_t i = at + marker.size(); i < text.size(); ++i) {
-      if (text[i] == '\'') {
-        last = i;
+    for (std::size_t k = at + marker.size(); k < text.size(); ++k) {
+      if (text[k] == '\'') {
+        last = k;
         break;
       }
     }
     const std::string span = text.substr(first, last - first + 1);
     param->SetVFormat(ReplaceStr(UnquotedString(span, '\''), marker, "@v"));
-    text.replace(first, span.size(), ":" + param->Name());
+    const std::string name = ":" + param->Name();
+    text.replace(first, span.size(), name);
+    for (auto& [from, to] : kept_) {
+      if (from > last) {
+        from = from - span.size() + name.size();
+        to = to - span.size() + name.size();
+      } else if (to > first) {
+        to = from;  // the span swallowed it
+      }
+    }
+  }
+
+  void RemoveQuotesOutsideKept(std::string& text) const {
+    std::size_t out = 0;
+    std::size_t range = 0;
+    for (std::size_t k = 0; k < text.size(); ++k) {
+      while (range < kept_.size() && kept_[range].second <= k) ++range;
+      const bool inside = range < kept_.size() && kept_[range].first <= k;
+      if (text[k] != '\'' || inside) text[out++] = text[k];
+    }
+    text.resize(out);
   }
 
   TWQuery& query_;
   TStrings& lines_;
   std::vector<std::string_view> pendingOpens_;
   std::string_view pendingSeparator_;
+  std::vector<std::pair<std::size_t, std::size_t>> kept_;  // field SQL inside the condition's text
 };
 
 void TWQuery::AddResultTable(TDSTable& table) {
@@ -255,7 +275,7 @@ std::string TWQuery::ExtractValue(const TFilterCond& condition, int index) const
       value = ProcessDateValue(type, value, true);
     }
   }
-  if (op->ValueType() != vtSubQuery) value = ReplaceStr(value, "'", "''");
+  if (op->ValueType() != vtSubQuery && value.find('\'') != std::string::npos) value = ReplaceStr(value, "'", "''");
   const TDSField* field = condition.Field();
   if (op->ValueType() == vtList && field != nullptr && structure_ != nullptr &&
       structure_->QuotedTypes().Contains(field->FieldType())) {
@@ -270,7 +290,8 @@ std::string TWQuery::ExtractValue(const TFilterCond& condition, int index) const
 
 std::string TWQuery::ProcessDateValue(TFieldType type, std::string_view value, bool toSQL) const {
   if (!IsDateType(type)) return std::string(value);
-  const TSQLFormats formats = structure_ != nullptr ? structure_->SQLFormats() : TSQLFormats();
+  static const TSQLFormats isoFormats;
+  const TSQLFormats& formats = structure_ != nullptr ? structure_->SQLFormats() : isoFormats;
   const std::string& format = type == ftDate   ? formats.DateFormat()
                               : type == ftTime ? formats.TimeFormat()
                                                : formats.DateTimeFormat();

@@ -100,9 +100,9 @@ const TStrings& TQueryResult::GetFromClause() {
   return fromLines_;
 }
 
-std::string TQueryResult::AdjustCondition(std::string_view text) const {
-  if (sqlOptions_.Contains(soBracketConditions)) return "(" + std::string(text) + ")";
-  return std::string(text);
+std::string TQueryResult::AdjustCondition(std::string text) const {
+  if (sqlOptions_.Contains(soBracketConditions)) return "(" + text + ")";
+  return text;
 }
 
 bool TQueryResult::AddOldStyleInnerJoins(TStrings& lines) const {

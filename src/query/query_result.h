@@ -55,9 +55,9 @@ class TQueryResult {
   /// Builds FromLines; raises EWTessalyError code 8 when there is no table.
   const TStrings& GetFromClause();
   /// The condition in parentheses under soBracketConditions.
-  [[nodiscard]] std::string AdjustCondition(std::string_view text) const;
+  [[nodiscard]] std::string AdjustCondition(std::string text) const;
   /// Adds the condition as one line of WhereLines.
-  void AddCondition(std::string_view text) { whereLines_.Add(AdjustCondition(text)); }
+  void AddCondition(std::string text) { whereLines_.Add(AdjustCondition(std::move(text))); }
   /// Appends the join conditions that stand in WHERE (inner links, every
   /// link under ssOracle); true when it added one.
   bool AddOldStyleInnerJoins(TStrings& lines) const;

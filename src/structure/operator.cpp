@@ -11,15 +11,10 @@ constexpr std::array<std::string_view, 3> ValueTypeNames = {"vtScalar", "vtList"
 
 }  // namespace
 
-int TDSOperator::GetParamCount() const {
-  int count = 0;
-  std::string marker;
-  while (true) {
-    marker.assign(1, '@');
-    marker.append(std::to_string(count + 1));
-    if (sqlName_.find(marker) == std::string::npos) return count;
-    ++count;
-  }
+void TDSOperator::SetSQLName(std::string sqlTemplate) {
+  sqlName_ = std::move(sqlTemplate);
+  paramCount_ = 0;
+  while (sqlName_.find("@" + std::to_string(paramCount_ + 1)) != std::string::npos) ++paramCount_;
 }
 
 std::string OpValueTypeToStr(TOpValueType type) {

@@ -46,7 +46,7 @@ class TDSOperator {
   [[nodiscard]] const std::string& DisplayName() const { return displayName_; }
   void SetDisplayName(std::string caption) { displayName_ = std::move(caption); }
   [[nodiscard]] const std::string& SQLName() const { return sqlName_; }
-  void SetSQLName(std::string sqlTemplate) { sqlName_ = std::move(sqlTemplate); }
+  void SetSQLName(std::string sqlTemplate);
   [[nodiscard]] const std::string& ValFormat() const { return valFormat_; }
   void SetValFormat(std::string format) { valFormat_ = std::move(format); }
   /// Type of the value expression; ftUnknown means the field's own type.
@@ -60,13 +60,15 @@ class TDSOperator {
   [[nodiscard]] const std::shared_ptr<void>& OleObject() const { return oleObject_; }
   void SetOleObject(std::shared_ptr<void> object) { oleObject_ = std::move(object); }
 
-  /// Number of consecutive value markers "@1", "@2" ... in the template.
-  [[nodiscard]] int GetParamCount() const;
+  /// Number of consecutive value markers "@1", "@2" ... in the template
+  /// (counted when the template is set).
+  [[nodiscard]] int GetParamCount() const { return paramCount_; }
 
  private:
   std::string name_;
   std::string displayName_;
   std::string sqlName_;
+  int paramCount_ = 0;
   std::string valFormat_;
   TFieldType exprType_ = ftUnknown;
   TOpValueType valueType_ = vtScalar;

@@ -76,6 +76,19 @@ TEST(ConditionText, TemplateMarkersForTablesAndMissingValues) {
             (Lines{" (", "C.NAME in (select N from CUSTOMER where ORDERS.X = @1) -- @9 @x", ")"}));
 }
 
+TEST(ConditionText, QuotesOfTheFieldsOwnSQLStay) {
+  TSampleStructure s;
+  ts4::TDSField* rome =
+      s.db.AddField(ts4::wfkVirtual, "CASE WHEN C.CITY = 'Rome' THEN 1 END", "Rome", &s.Table("C"));
+  rome->SetFieldType(ts4::ftInteger);
+  s.db.AddOperator("Below", "below", "'@1' < @f", "", {ts4::ftInteger});
+  ts4::TWQuery query(&s.db);
+  s.Cond(query.Root(), "Rome", "Equal", "1");
+  s.Cond(query.Root(), "Rome", "Below", "0").SetValue1IsParam(true);  // the parameter's span comes first
+  EXPECT_EQ(WhereLines(query), (Lines{" (", "CASE WHEN C.CITY = 'Rome' THEN 1 END = 1 AND",
+                                      ":Param1 < CASE WHEN C.CITY = 'Rome' THEN 1 END", ")"}));
+}
+
 TEST(ConditionText, SubQueryValuesAreInsertedAsSQL) {
   TSampleStructure s;
   s.db.AddOperator("InSub", "in", "@f in (@1)", "", {ts4::ftInteger});
