@@ -18,6 +18,9 @@ namespace ts4 {
 
 class TDSTable;
 
+/// Called with every condition's finished SQL, which the handler may change.
+using TBuildSQLEvent = std::function<void(TFilterCond& condition, std::string& sqlExpr)>;
+
 /// A query over a database structure, without any window: the condition
 /// tree (the root bracket and every row below it), the result description
 /// with its parameters, the captions, and the settings SQL is written with.
@@ -93,8 +96,7 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   std::function<void(TWQuery&)> OnChange;
   std::function<void(TWQuery&)> OnParamListChange;
   std::function<void(TWQuery&)> OnActive;
-  /// Called with every condition's finished SQL, which it may change.
-  std::function<void(TFilterCond&, std::string&)> OnBuildSQL;
+  TBuildSQLEvent OnBuildSQL;
   void AddObserver(TQueryObserver* observer);
   void RemoveObserver(TQueryObserver* observer);
   /// Fires OnChange, or once at the outermost EndUpdate.

@@ -79,6 +79,7 @@ class TResultField {
 
   /// Copies everything but the owner and the number.
   void Assign(const TResultField& source);
+  void AssignTo(TResultField& dest) const { dest.Assign(*this); }
 
  private:
   friend class TRFieldList;

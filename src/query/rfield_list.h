@@ -86,6 +86,7 @@ class TRFieldList {
 
   /// Makes this list a copy of the other (fields and settings).
   void Assign(const TRFieldList& source);
+  void AssignTo(TRFieldList& dest) const { dest.Assign(*this); }
 
   [[nodiscard]] auto begin() const { return fields_.begin(); }
   [[nodiscard]] auto end() const { return fields_.end(); }

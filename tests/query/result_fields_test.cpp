@@ -167,7 +167,7 @@ TEST(ResultFieldList, NumbersSortsAndCopies) {
   EXPECT_EQ(list.GetSortCount(), 2);
   EXPECT_EQ(list.IndexByExpr("c.city"), 1);
   ts4::TRFieldList copy;
-  copy.Assign(list);
+  list.AssignTo(copy);
   EXPECT_EQ(copy.Count(), 3);
   EXPECT_EQ(copy[2]->GetSQLExpr(), "I.QTY");
   EXPECT_EQ(copy[2]->Owner(), &copy);
