@@ -98,13 +98,15 @@ TEST(ConditionTree, CheckIfAllDisabled) {
 }
 
 TEST(ConditionTree, NestingIsBounded) {
-  ts4::TWQuery query;
+  TSampleStructure s;
+  ts4::TWQuery query(&s.db);
   ts4::TFilterBracket* deepest = &query.Root();
   for (int level = 1; level <= ts4::MaxBracketDepth; ++level) deepest = deepest->AddBracket();
   ts4test::ExpectError<ts4::EWQueryPanelError>([&] { deepest->AddBracket(); }, 10,
                                                "Brackets are nested more than 1000 levels deep");
   EXPECT_EQ(deepest->GetRowCount(), 0);
-  deepest->AddCond();  // conditions may still go in
+  s.Cond(*deepest, "QTY", "Equal", "1");  // conditions may still go in, and are written
+  EXPECT_EQ(ts4test::WhereLines(query).size(), 2u * (ts4::MaxBracketDepth + 1) + 1);
   // A subtree handed in is measured whole.
   auto subtree = std::make_unique<ts4::TFilterBracket>(query);
   subtree->AddBracket();
