@@ -275,7 +275,8 @@ std::string TWQuery::ExtractValue(const TFilterCond& condition, int index) const
       value = ProcessDateValue(type, value, true);
     }
   }
-  if (op->ValueType() != vtSubQuery && value.find('\'') != std::string::npos) value = ReplaceStr(value, "'", "''");
+  if (op->ValueType() != vtSubQuery && value.find('\'') != std::string::npos)
+    value = ReplaceStr(value, "'", "''");
   const TDSField* field = condition.Field();
   if (op->ValueType() == vtList && field != nullptr && structure_ != nullptr &&
       structure_->QuotedTypes().Contains(field->FieldType())) {
