@@ -24,25 +24,30 @@ bool IsNameChar(char c) {
   return IsNameStart(c) || (u >= '0' && u <= '9') || u == '$' || u == '#';
 }
 
+/// Position of the quote that closes the quoted text opening at `open`
+/// (a doubled quote stands for one inside it); npos when it never closes.
+std::size_t ClosingQuote(std::string_view text, std::size_t open) {
+  const char quote = text[open];
+  for (std::size_t j = open + 1; j < text.size(); ++j) {
+    if (text[j] != quote) continue;
+    if (j + 1 < text.size() && text[j + 1] == quote) {
+      ++j;
+      continue;
+    }
+    return j;
+  }
+  return std::string_view::npos;
+}
+
 /// Length of the dotted name at `start` ("O.TOTAL", O."Order Total"), 0 when none starts there.
 std::size_t DottedNameLength(std::string_view text, std::size_t start) {
   std::size_t i = start;
   bool expectPart = true;
   while (i < text.size()) {
     if (expectPart && text[i] == '"') {
-      std::size_t j = i + 1;
-      while (j < text.size()) {
-        if (text[j] == '"') {
-          if (j + 1 < text.size() && text[j + 1] == '"') {
-            j += 2;
-            continue;
-          }
-          break;
-        }
-        ++j;
-      }
-      if (j >= text.size()) break;  // unclosed quote: not a name
-      i = j + 1;
+      const std::size_t close = ClosingQuote(text, i);
+      if (close == std::string_view::npos) break;  // unclosed quote: not a name
+      i = close + 1;
     } else if (expectPart && IsNameStart(text[i])) {
       while (i < text.size() && IsNameChar(text[i])) ++i;
     } else {
@@ -168,19 +173,9 @@ TFormula FormulaFromSQL(const TWCustomDBStructure* structure, std::string_view s
   std::size_t i = 0;
   while (i < sql.size()) {
     const char c = sql[i];
-    if (c == '\'') {  // a string literal, '' inside it
-      std::size_t j = i + 1;
-      while (j < sql.size()) {
-        if (sql[j] == '\'') {
-          if (j + 1 < sql.size() && sql[j + 1] == '\'') {
-            j += 2;
-            continue;
-          }
-          break;
-        }
-        ++j;
-      }
-      const std::size_t end = std::min(j + 1, sql.size());
+    if (c == '\'') {  // a string literal is copied whole
+      const std::size_t close = ClosingQuote(sql, i);
+      const std::size_t end = close == std::string_view::npos ? sql.size() : close + 1;
       out.Formula.append(sql.substr(i, end - i));
       i = end;
       continue;
