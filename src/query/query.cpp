@@ -217,19 +217,11 @@ void TWQuery::RemoveObserver(TQueryObserver* observer) {
 }
 
 void TWQuery::Changed() {
-  if (updateCount_ > 0) {
-    changePending_ = true;
-    return;
-  }
-  if (OnChange) OnChange(*this);
+  if (updates_.Change() && OnChange) OnChange(*this);
 }
 
 void TWQuery::EndUpdate() {
-  if (updateCount_ == 0) return;
-  if (--updateCount_ == 0 && changePending_) {
-    changePending_ = false;
-    Changed();
-  }
+  if (updates_.End()) Changed();
 }
 
 void TWQuery::ParametersListChanged() {

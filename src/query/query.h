@@ -8,6 +8,7 @@
 
 #include "foundation/component.h"
 #include "foundation/strings.h"
+#include "foundation/update_counter.h"
 #include "query/filter_row.h"
 #include "query/query_observer.h"
 #include "query/query_result.h"
@@ -101,7 +102,7 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   void RemoveObserver(TQueryObserver* observer);
   /// Fires OnChange, or once at the outermost EndUpdate.
   void Changed();
-  void BeginUpdate() { ++updateCount_; }
+  void BeginUpdate() { updates_.Begin(); }
   void EndUpdate();
   /// The one announcement that parameters were added, deleted or cleared.
   void ParametersListChanged();
@@ -165,8 +166,7 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   TWBuilderState state_ = stIdle;
   bool active_ = true;
   bool nonEmptyBrackets_ = true;
-  int updateCount_ = 0;
-  bool changePending_ = false;
+  TUpdateCounter updates_;
 };
 
 }  // namespace ts4

@@ -21,19 +21,11 @@ TWCustomDBStructure::TWCustomDBStructure()
 TWCustomDBStructure::~TWCustomDBStructure() = default;
 
 void TWCustomDBStructure::Changed() {
-  if (updateCount_ > 0) {
-    changePending_ = true;
-    return;
-  }
-  if (OnChange) OnChange(*this);
+  if (updates_.Change() && OnChange) OnChange(*this);
 }
 
 void TWCustomDBStructure::EndUpdate() {
-  if (updateCount_ == 0) return;
-  if (--updateCount_ == 0 && changePending_) {
-    changePending_ = false;
-    Changed();
-  }
+  if (updates_.End()) Changed();
 }
 
 // ---- Tables -------------------------------------------------------------------

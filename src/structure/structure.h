@@ -11,6 +11,7 @@
 #include "foundation/field_types.h"
 #include "foundation/object_list.h"
 #include "foundation/strings.h"
+#include "foundation/update_counter.h"
 #include "structure/field.h"
 #include "structure/field_group.h"
 #include "structure/link.h"
@@ -68,13 +69,13 @@ class TWCustomDBStructure : public TWComponent {
   std::function<void(TWCustomDBStructure&)> OnSEHelpClick;
   /// Fires OnChange, or remembers to fire it when the last EndUpdate comes.
   void Changed();
-  void BeginUpdate() { ++updateCount_; }
+  void BeginUpdate() { updates_.Begin(); }
   /// Registers an object to be told before items are freed (not owned).
   void AddObserver(TDBStructureObserver* observer);
   void RemoveObserver(TDBStructureObserver* observer);
   /// Ends a BeginUpdate; the outermost one fires OnChange if anything changed.
   void EndUpdate();
-  [[nodiscard]] int UpdateCount() const { return updateCount_; }
+  [[nodiscard]] int UpdateCount() const { return updates_.Count(); }
 
   // ---- Tables ----------------------------------------------------------------
   /// Adds a table with that name and alias; its caption is the name. An
@@ -270,9 +271,8 @@ class TWCustomDBStructure : public TWComponent {
   int seHelpContext_ = 0;
   std::string initialSEPath_;
   int nextFieldID_ = 1;
-  int updateCount_ = 0;
+  TUpdateCounter updates_;
   std::vector<TDBStructureObserver*> observers_;
-  bool changePending_ = false;
 };
 
 /// The structure component as applications use it.
