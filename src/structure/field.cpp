@@ -75,6 +75,16 @@ void TDSField::SetFieldSize(int size) {
 }
 
 void TDSField::SetEditType(TDSEditType type) {
+  if (type == editType_) return;
+  std::unique_ptr<TDSValueEditor> editor;
+  switch (type) {
+    case etAuto: break;
+    case etEdit: editor = std::make_unique<TDSTextEditor>(); break;
+    case etList: editor = std::make_unique<TDSListEditor>(); break;
+    case etCustom: editor = std::make_unique<TDSCustomEditor>(); break;
+    case etSQL: editor = std::make_unique<TDSSQLEditor>(*owner_); break;
+  }
+  editor_ = std::move(editor);
   editType_ = type;
   Changed();
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "foundation/field_types.h"
+#include "structure/value_editor.h"
 
 namespace ts4 {
 
@@ -59,7 +60,19 @@ class TDSField {
   [[nodiscard]] int FieldSize() const { return fieldSize_; }
   void SetFieldSize(int size);
   [[nodiscard]] TDSEditType EditType() const { return editType_; }
+  /// Changing the edit type replaces the value editor by a new one of the
+  /// matching class (none for etAuto); the same type keeps the editor.
   void SetEditType(TDSEditType type);
+  /// The field's value editor, null for etAuto.
+  [[nodiscard]] TDSValueEditor* ValueEditor() const { return editor_.get(); }
+  /// The editor as the class of the edit type, null for another type.
+  [[nodiscard]] TDSTextEditor* TextEditor() const { return dynamic_cast<TDSTextEditor*>(editor_.get()); }
+  /// The list editor of etList or etSQL.
+  [[nodiscard]] TDSListEditor* ListEditor() const { return dynamic_cast<TDSListEditor*>(editor_.get()); }
+  [[nodiscard]] TDSCustomEditor* CustomEditor() const {
+    return dynamic_cast<TDSCustomEditor*>(editor_.get());
+  }
+  [[nodiscard]] TDSSQLEditor* SQLEditor() const { return dynamic_cast<TDSSQLEditor*>(editor_.get()); }
   [[nodiscard]] bool UseInConditions() const { return useInConditions_; }
   void SetUseInConditions(bool use);
   [[nodiscard]] bool UseInResult() const { return useInResult_; }
@@ -115,6 +128,7 @@ class TDSField {
   TFieldType fieldType_ = ftString;
   int fieldSize_ = 0;
   TDSEditType editType_ = etAuto;
+  std::unique_ptr<TDSValueEditor> editor_;
   bool useInConditions_ = true;
   bool useInResult_ = true;
   TDSFieldGroup* group_ = nullptr;
