@@ -387,7 +387,6 @@ TEST(StructureFileReader, OddCountsAndGroupListsStillGiveEveryFieldOneGroup) {
       // Unknown IDs are skipped; a field listed twice stays where it was listed first.
       {{"Fields=3,4", "Fields=3,3,99,1", "Fields=1,2,5", "Fields=5,x,1,2"},
        {"[FieldGroup1]", "Fields=3,1", "[RootGroup]", "Fields=5,2,4"}},
-      {{"TableCount=3", "TableCount=2", "TableAlias=C", "TableAlias="}, {"TableCount=2", "TableAlias="}},
   };
   for (const Case& c : cases) {
     Lines text = ShopText;
