@@ -32,4 +32,20 @@ inline std::vector<std::string> Lines(const ts4::TStrings& list) {
   return list.Lines();
 }
 
+inline ts4::TStrings StringsOf(const std::vector<std::string>& lines) {
+  ts4::TStrings list;
+  for (const std::string& line : lines) list.Add(line);
+  return list;
+}
+
+/// Checks that the expected lines occur in the list in this order, other lines between them allowed.
+inline void ExpectLinesInOrder(const ts4::TStrings& list, const std::vector<std::string>& expected) {
+  std::size_t found = 0;
+  for (const std::string& line : list)
+    if (found < expected.size() && line == expected[found]) ++found;
+  EXPECT_EQ(found, expected.size()) << "not found in order: "
+                                    << (found < expected.size() ? expected[found] : "") << "\n"
+                                    << list.Text();
+}
+
 }  // namespace ts4test

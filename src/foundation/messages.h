@@ -38,6 +38,8 @@ inline constexpr std::string_view ListIndexOutOfBounds = "List index out of boun
 inline constexpr std::string_view UnknownFieldType = "Unknown field type: %s";
 inline constexpr std::string_view UnknownFieldKind = "Unknown field kind: %s";
 inline constexpr std::string_view UnknownValueType = "Unknown value type: %s";
+inline constexpr std::string_view UnknownEditType = "Unknown edit type: %s";
+inline constexpr std::string_view UnknownEditKind = "Unknown edit kind: %s";
 
 // Resource texts.
 inline constexpr std::string_view And = "and";

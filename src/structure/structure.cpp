@@ -1,6 +1,7 @@
 #include "structure/structure.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
@@ -107,7 +108,8 @@ TDSField* TWCustomDBStructure::AddField(TWFieldKind kind, std::string_view expr,
     column = databaseInfo_->GetFieldList(tableName).FindByName(expr);
     if (column == nullptr) throw EWDBStructError(secFieldNotInTable, msg::FieldNotInTable, expr, tableName);
   }
-  auto field = std::make_unique<TDSField>(*this, kind, nextFieldID_++);
+  auto field = std::make_unique<TDSField>(*this, kind, nextFieldID_);
+  NoteFieldID(nextFieldID_);
   field->fieldExpr_ = std::string(expr);
   field->displayName_ = std::string(displayName.empty() ? expr : displayName);
   if (table != nullptr) field->tables_.push_back(table);
@@ -160,7 +162,8 @@ void TWCustomDBStructure::GetFieldNames(TStrings& list) const {
 }
 
 void TWCustomDBStructure::NoteFieldID(int id) {
-  if (id >= nextFieldID_) nextFieldID_ = id + 1;
+  // IDs come from files too: one at the top of the range must not overflow the counter.
+  if (id >= nextFieldID_) nextFieldID_ = id < std::numeric_limits<int>::max() ? id + 1 : id;
 }
 
 // ---- Links --------------------------------------------------------------------

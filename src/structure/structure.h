@@ -23,6 +23,9 @@
 namespace ts4 {
 
 class TWDBInfo;
+namespace detail {
+class TStructureReader;
+}
 
 /// Items the structure is about to free, reported in one batch.
 struct TStructureRemoval {
@@ -241,6 +244,31 @@ class TWCustomDBStructure : public TWComponent {
   /// Keeps the next automatic field ID above `id` (used when IDs are set).
   void NoteFieldID(int id);
 
+  // ---- Structure text ----------------------------------------------------------------
+  /// The format version the writer writes.
+  static constexpr std::string_view FileVersion = "3.3";
+  /// Clears the list and writes the whole structure as sectioned text.
+  void SaveToStrings(TStrings& list) const;
+  /// Replaces tables, links, fields, field groups and operators by those of
+  /// the text, all or nothing: on an error (EWDBStructError code 4, 6 or 9,
+  /// or EWTessalyError for an unknown type, kind or editor name) the
+  /// structure stays exactly as it was. On success observers are told before
+  /// the old items are freed, settings the text does not hold (SQLFormats,
+  /// QuotedTypes, DefOperators, ExOperators, DatabaseInfo ...) stay, and
+  /// OnChange fires once. The metadata provider's settings ([DBSpecInfo])
+  /// are handed to it after the new content is in place, then
+  /// UpdateDatabaseInfo runs; an error the provider raises there leaves the
+  /// new content loaded.
+  void LoadFromStrings(const TStrings& list);
+  /// SaveToStrings into a file (lines ended by CR LF).
+  void SaveToFile(const std::string& fileName) const;
+  /// Reads the file (LF or CR LF), then LoadFromStrings.
+  void LoadFromFile(const std::string& fileName);
+  /// The text of SaveToStrings, lines joined by CR LF.
+  [[nodiscard]] std::string GetStructString() const;
+  /// Splits the text at its line breaks, then LoadFromStrings.
+  void SetStructString(std::string_view text);
+
  protected:
   void Notification(TWComponent& component) override;
 
@@ -250,6 +278,15 @@ class TWCustomDBStructure : public TWComponent {
   void RemoveFieldFromGroup(TDSField& field);
   void DeleteStandardOperator(TStdOp op);
   void AddStandardOperator(bool update, TStdOp op);
+  friend class detail::TStructureReader;
+  /// A field as the structure text loader makes it: no operators, in no group yet.
+  TDSField* AddLoadedField(TWFieldKind kind, std::string expr, TDSTable* table);
+  /// A new link as the loader adds it: registered with its tables without a search.
+  void AddLoadedLink(std::unique_ptr<TDSLink> link);
+  void ArrangeFieldGroups(const std::vector<std::vector<TDSField*>>& groupFields,
+                          const std::vector<TDSField*>& rootFields);
+  void TakeContent(TWCustomDBStructure& other);
+  void PointItemsHere();
 
   TWObjectList<TDSTable> tables_;
   TWObjectList<TDSField> fields_;

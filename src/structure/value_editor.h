@@ -122,6 +122,7 @@ class TDSSQLEditor final : public TDSListEditor {
   [[nodiscard]] bool HasParameter(std::string_view name) const;
 
  private:
+  friend class TWCustomDBStructure;  // moves loaded fields between structures
   bool opened_ = false;
   TStrings sqlParams_;
   TWCustomDBStructure* structure_;
