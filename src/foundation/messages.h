@@ -27,6 +27,9 @@ inline constexpr std::string_view InvalidFilterTitle = "Invalid filter title";
 inline constexpr std::string_view InvalidStringFormat = "Invalid string format";
 inline constexpr std::string_view NestingTooDeep = "Brackets are nested more than %d levels deep";
 inline constexpr std::string_view UnknownExprField = "Unknown field in expression: %s";
+inline constexpr std::string_view NoDbStruct = "DbStruct is not specified";
+inline constexpr std::string_view InvalidDateTime = "'%s' is not a valid date and time";
+inline constexpr std::string_view InvalidPropertyValue = "Invalid property value";
 
 // Metadata providers.
 inline constexpr std::string_view FieldCountTooSmall = "Field count must be >= 2";

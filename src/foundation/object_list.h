@@ -64,6 +64,12 @@ class TWObjectList {
     items_.insert(items_.begin() + to, std::move(item));
   }
   void Clear() { items_.clear(); }
+  /// Frees every item the predicate holds for, in one pass; returns how many.
+  template <typename Pred>
+  int DeleteIf(Pred pred) {
+    return static_cast<int>(
+        std::erase_if(items_, [&](const std::unique_ptr<T>& item) { return pred(item.get()); }));
+  }
 
   [[nodiscard]] int IndexOf(const T* item) const {
     auto it = std::find_if(items_.begin(), items_.end(),

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cctype>
+#include <cmath>
 
 #include "foundation/string_utils.h"
 
@@ -117,6 +118,34 @@ void WalkFormat(std::string_view format, Field&& field, Literal&& literal) {
   }
 }
 
+constexpr double MillisecondsPerDay = 86400000.0;
+
+/// Days from 1970-01-01 to the date (proleptic Gregorian calendar).
+long long DaysFromCivil(long long year, int month, int day) {
+  year -= month <= 2 ? 1 : 0;
+  const long long era = (year >= 0 ? year : year - 399) / 400;
+  const long long yearOfEra = year - era * 400;
+  const long long dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+  const long long dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+  return era * 146097 + dayOfEra - 719468;
+}
+
+/// The date that many days after 1970-01-01.
+void CivilFromDays(long long days, TDateTimeParts& p) {
+  days += 719468;
+  const long long era = (days >= 0 ? days : days - 146096) / 146097;
+  const long long dayOfEra = days - era * 146097;
+  const long long yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+  const long long dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+  const long long mp = (5 * dayOfYear + 2) / 153;
+  p.Day = static_cast<int>(dayOfYear - (153 * mp + 2) / 5 + 1);
+  p.Month = static_cast<int>(mp < 10 ? mp + 3 : mp - 9);
+  p.Year = static_cast<int>(yearOfEra + era * 400 + (p.Month <= 2 ? 1 : 0));
+}
+
+/// Day 0 of date-time numbers, 1899-12-30, counted from 1970-01-01.
+const long long NumberEpoch = DaysFromCivil(1899, 12, 30);
+
 }  // namespace
 
 std::optional<TDateTimeParts> ParseISODateTime(std::string_view text) {
@@ -231,6 +260,38 @@ std::optional<TDateTimeParts> ParseDateTime(std::string_view format, std::string
         pos += literal.size();
       });
   if (!ok || pos != text.size() || !Valid(p)) return std::nullopt;
+  return p;
+}
+
+double DateTimeToNumber(const TDateTimeParts& p) {
+  const double days =
+      p.HasDate ? static_cast<double>(DaysFromCivil(p.Year, p.Month, p.Day) - NumberEpoch) : 0;
+  const double time = p.HasTime ? ((p.Hour * 60.0 + p.Minute) * 60.0 + p.Second) * 1000.0 + p.Millisecond : 0;
+  const double fraction = time / MillisecondsPerDay;
+  return days < 0 ? days - fraction : days + fraction;
+}
+
+std::optional<TDateTimeParts> NumberToDateTime(double number) {
+  // 0001-01-01 and the day after 9999-12-31.
+  constexpr double First = -693593;
+  constexpr double Last = 2958466;
+  if (!(number > First - 1 && number < Last)) return std::nullopt;
+  const double whole = std::trunc(number);
+  auto days = static_cast<long long>(whole);
+  auto time = static_cast<long long>(std::llround(std::fabs(number - whole) * MillisecondsPerDay));
+  if (time >= static_cast<long long>(MillisecondsPerDay)) {  // rounded up to the next midnight
+    time = 0;
+    ++days;
+  }
+  TDateTimeParts p;
+  CivilFromDays(days + NumberEpoch, p);
+  p.Millisecond = static_cast<int>(time % 1000);
+  p.Second = static_cast<int>(time / 1000 % 60);
+  p.Minute = static_cast<int>(time / 60000 % 60);
+  p.Hour = static_cast<int>(time / 3600000);
+  p.HasDate = true;
+  p.HasTime = true;
+  if (p.Year < 1 || p.Year > 9999) return std::nullopt;
   return p;
 }
 

@@ -4,7 +4,14 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/field_types.h"
+
 namespace ts4 {
+
+/// True for the types whose values are dates, times or both.
+[[nodiscard]] constexpr bool IsDateType(TFieldType type) {
+  return type == ftDate || type == ftTime || type == ftDateTime;
+}
 
 /// A calendar date and a time of day, either of which may be absent.
 struct TDateTimeParts {
@@ -34,5 +41,13 @@ struct TDateTimeParts {
 
 /// The parts as ISO text: "yyyy-mm-dd", "hh:nn:ss" or both with a blank.
 [[nodiscard]] std::string ISODateTimeText(const TDateTimeParts& parts);
+
+/// The date-time number of the parts: days since 1899-12-30, the time of
+/// day as the fraction. Before that day the fraction still counts forward
+/// from midnight, so 1899-12-29 06:00 is -1.25. Absent parts count as zero.
+[[nodiscard]] double DateTimeToNumber(const TDateTimeParts& parts);
+/// The date and time of a date-time number (both parts present), to the
+/// millisecond; nothing for a number outside the years 1 to 9999.
+[[nodiscard]] std::optional<TDateTimeParts> NumberToDateTime(double number);
 
 }  // namespace ts4

@@ -125,7 +125,7 @@ void TFilterBracket::DeleteRow(int index) {
   }
   TFilterRow* row = GetRow(index);
   TWQuery& query = Query();
-  const int dropped = query.RowsRemoving(*row);
+  const int dropped = query.RowsRemoving({row});
   rows_.erase(rows_.begin() + index);
   RenumberFrom(index);
   query.RowsRemoved(dropped);
@@ -134,8 +134,10 @@ void TFilterBracket::DeleteRow(int index) {
 void TFilterBracket::ClearRows() {
   if (rows_.empty()) return;
   TWQuery& query = Query();
-  int dropped = 0;
-  for (const auto& row : rows_) dropped += query.RowsRemoving(*row);
+  std::vector<TFilterRow*> rows;
+  rows.reserve(rows_.size());
+  for (const auto& row : rows_) rows.push_back(row.get());
+  const int dropped = query.RowsRemoving(rows);
   rows_.clear();
   query.RowsRemoved(dropped);
 }

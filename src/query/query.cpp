@@ -13,6 +13,7 @@ TWQuery::TWQuery(TWCustomDBStructure* structure)
     : result_(std::make_unique<TQueryResult>(*this)), root_(std::make_unique<TFilterBracket>(*this)) {
   LoadDefTitles();
   titles_.Assign(defTitles_);
+  designTitles_.Assign(defTitles_);
   SetDbStruct(structure);
 }
 
@@ -127,20 +128,22 @@ void TWQuery::RowInserted(TFilterRow& row) {
   Changed();
 }
 
-int TWQuery::RowsRemoving(TFilterRow& row) {
-  Notify([&](TQueryObserver& o) { o.RowAboutToBeDeleted(row); });
-  int dropped = 0;
-  std::vector<TFilterRow*> pending = {&row};
+int TWQuery::RowsRemoving(const std::vector<TFilterRow*>& rows) {
+  for (TFilterRow* row : rows) Notify([&](TQueryObserver& o) { o.RowAboutToBeDeleted(*row); });
+  if (result_->GetParamCount() == 0) return 0;
+  // Every condition counts, bound or not: no parameter may outlive its condition.
+  std::unordered_set<const TFilterCond*> conditions;
+  std::vector<TFilterRow*> pending = rows;
   while (!pending.empty()) {
     TFilterRow* current = pending.back();
     pending.pop_back();
     if (current->IsBracket()) {
       for (const auto& child : static_cast<TFilterBracket*>(current)->rows_) pending.push_back(child.get());
     } else {
-      dropped += result_->ForgetParameters(static_cast<TFilterCond&>(*current));
+      conditions.insert(static_cast<TFilterCond*>(current));
     }
   }
-  return dropped;
+  return result_->ForgetParameters(conditions);
 }
 
 void TWQuery::RowsRemoved(int droppedParams) {
@@ -191,17 +194,6 @@ void TWQuery::SetQueryName(std::string name) {
   if (name == queryName_) return;
   queryName_ = std::move(name);
   Changed();
-}
-
-// ---- Captions ---------------------------------------------------------------------------
-
-std::string TWQuery::GetTitle(std::string_view name) const {
-  return titles_.Values(name);
-}
-
-void TWQuery::SetTitle(std::string_view name, std::string_view value) {
-  const int index = titles_.IndexOfName(name);
-  if (index >= 0) titles_.SetStrings(index, titles_.Names(index) + "=" + std::string(value));
 }
 
 // ---- Events and observers ---------------------------------------------------------------

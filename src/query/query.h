@@ -18,6 +18,7 @@
 namespace ts4 {
 
 class TDSTable;
+class TSectionReader;
 
 /// Called with every condition's finished SQL, which the handler may change.
 using TBuildSQLEvent = std::function<void(TFilterCond& condition, std::string& sqlExpr)>;
@@ -85,13 +86,53 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
 
   // ---- Captions -------------------------------------------------------------
   [[nodiscard]] const TStrings& Titles() const { return titles_; }
+  /// Lays the lines over the built-in table (LoadTitlesFromStrings): the
+  /// result always has every default name. Old section names are renamed in
+  /// `value` itself.
+  void SetTitles(TStrings& value);
   /// The built-in captions table.
   [[nodiscard]] const TStrings& DefTitles() const { return defTitles_; }
   void LoadDefTitles();
+  /// The captions as they stood when the form was loaded: the base that
+  /// captions stored with a query are laid over.
+  [[nodiscard]] const TStrings& DesignTitles() const { return designTitles_; }
   /// The caption of that name, empty when the table lacks it.
   [[nodiscard]] std::string GetTitle(std::string_view name) const;
   /// Sets a caption the table already has; an unknown name is ignored.
   void SetTitle(std::string_view name, std::string_view value);
+  /// Captions stored by old forms: line i is the caption with old number i.
+  void MergeDFMTitles(const TStrings& source);
+  /// Captions stored by old query files: "Title<i>=" gives the caption with
+  /// old number i.
+  void LoadOldTitlesFromStrings(const TStrings& source);
+  /// The form-loading step: takes the captions a form stored, in the
+  /// sectioned or in the old unnamed format, and keeps the result as the
+  /// design-time captions.
+  void LoadStoredTitles(const TStrings& stored);
+  /// Whether captions travel with the query text.
+  [[nodiscard]] bool SaveTitles() const { return saveTitles_; }
+  void SetSaveTitles(bool on) { saveTitles_ = on; }
+
+  // ---- Query text -------------------------------------------------------------
+  /// Writes the query as sectioned text (the format is described in
+  /// query_file.cpp); the list is replaced only when the whole text is
+  /// written. A value of a date condition that is not a date raises
+  /// EWQueryPanelError code 12.
+  void SaveToStrings(TStrings& list);
+  /// Reads a query text written by SaveToStrings (or an older version). All
+  /// or nothing: on any error the query is left exactly as it was. Raises
+  /// EWQueryPanelError code 3 without a structure, code 9 for a row section
+  /// that the text lacks and code 10 for brackets nested too deep.
+  void LoadFromStrings(const TStrings& list);
+  /// SaveToStrings into a text file (CR LF line ends).
+  void SaveToFile(const std::string& fileName);
+  /// LoadFromStrings from a text file (LF or CR LF line ends).
+  void LoadFromFile(const std::string& fileName);
+  /// Whether the SQL options are written with the query text.
+  [[nodiscard]] bool SaveSQLOptions() const { return saveSQLOptions_; }
+  void SetSaveSQLOptions(bool on) { saveSQLOptions_ = on; }
+  /// The format version of the text loaded last (0 before any).
+  [[nodiscard]] double LoadedVersion() const { return loadedVersion_; }
 
   // ---- Events and observers -------------------------------------------------
   std::function<void(TWQuery&)> OnChange;
@@ -146,11 +187,21 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
     for (TQueryObserver* observer : observers) call(*observer);
   }
   void RowInserted(TFilterRow& row);
-  /// Tells observers, then drops the parameters of every condition below;
-  /// returns how many parameters went.
-  int RowsRemoving(TFilterRow& row);
+  /// Tells observers about each row, then drops the parameters of every
+  /// condition below them (one pass over the parameters); returns how many went.
+  int RowsRemoving(const std::vector<TFilterRow*>& rows);
   void RowsRemoved(int droppedParams);
   void RowChanged(TFilterRow& row);
+
+  // Query text (query_file.cpp, query_file_rows.cpp).
+  /// Reads the text into this query, which is new and empty.
+  void ReadQueryText(const TStrings& list);
+  /// The captions step of reading a query text of that version.
+  void LoadTitlesFromQueryText(const TStrings& list, double version);
+  /// Takes the content of a query that has just read a text.
+  void TakeOverLoaded(TWQuery& loaded);
+  void WriteRows(TStrings& list) const;
+  void ReadRows(TSectionReader& reader);
 
   TWCustomDBStructure* structure_ = nullptr;
   std::unique_ptr<TQueryResult> result_;
@@ -163,10 +214,21 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   TStrings paramValues_;
   TStrings titles_;
   TStrings defTitles_;
+  TStrings designTitles_;
+  double loadedVersion_ = 0;
   TWBuilderState state_ = stIdle;
   bool active_ = true;
   bool nonEmptyBrackets_ = true;
+  bool saveTitles_ = true;
+  bool saveSQLOptions_ = false;
   TUpdateCounter updates_;
 };
+
+/// SQL options as the query text stores them: soSelectDistinct 2,
+/// soQuoteAliases 8, soBracketJoins 16, soBracketConditions 32; the other
+/// options are not stored.
+[[nodiscard]] int SQLOptionsToInt(TSQLOptions options);
+/// The stored options of the number, starting from the empty set.
+[[nodiscard]] TSQLOptions IntToSQLOptions(int value);
 
 }  // namespace ts4

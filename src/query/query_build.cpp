@@ -3,6 +3,7 @@
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "foundation/string_utils.h"
+#include "query/builder_state_p.h"
 #include "query/date_values.h"
 #include "query/formula.h"
 #include "query/query.h"
@@ -11,28 +12,6 @@
 #include "structure/table.h"
 
 namespace ts4 {
-namespace {
-
-bool IsDateType(TFieldType type) {
-  return type == ftDate || type == ftTime || type == ftDateTime;
-}
-
-/// Puts the state back when a build ends, also by an error.
-class TStateRestorer {
- public:
-  TStateRestorer(TWBuilderState& state, TWBuilderState during) : state_(state), saved_(state) {
-    state_ = during;
-  }
-  TStateRestorer(const TStateRestorer&) = delete;
-  TStateRestorer& operator=(const TStateRestorer&) = delete;
-  ~TStateRestorer() { state_ = saved_; }
-
- private:
-  TWBuilderState& state_;
-  TWBuilderState saved_;
-};
-
-}  // namespace
 
 /// Writes the condition tree into the WHERE lines. A bracket's opening
 /// line and the separator before a row are held back until a condition

@@ -30,6 +30,21 @@ std::string JoinWord(const TDSLink& link, const TDSTable* table) {
   }
 }
 
+/// Captions the condition's new parameter after its field; when the
+/// condition has another one, the parameter of value 1 ends in " 1" and the
+/// other in " 2".
+void CaptionParameters(const TFilterCond& condition, TSQLParam* existing, TSQLParam& added) {
+  const std::string base =
+      (condition.Field() != nullptr ? condition.Field()->DisplayName() : std::string()) + " param";
+  if (existing != nullptr) {
+    const bool existingIsFirst = condition.Param1() == existing;
+    existing->SetCaption(base + (existingIsFirst ? " 1" : " 2"));
+    added.SetCaption(base + (existingIsFirst ? " 2" : " 1"));
+  } else {
+    added.SetCaption(base);
+  }
+}
+
 }  // namespace
 
 TQueryResult::TQueryResult(TWQuery& query) : query_(&query), resultFields_(query.DbStruct()) {
@@ -163,17 +178,21 @@ TSQLParam* TQueryResult::AddParameter(TFilterCond& condition) {
   while (params_.IndexByName("Param" + std::to_string(number)) >= 0) ++number;
   auto param =
       std::make_unique<TSQLParam>(&condition, "Param" + std::to_string(number), condition.GetExprType());
-  const std::string base =
-      (condition.Field() != nullptr ? condition.Field()->DisplayName() : std::string()) + " param";
-  if (existing != nullptr) {
-    const bool existingIsFirst = condition.Param1() == existing;
-    existing->SetCaption(base + (existingIsFirst ? " 1" : " 2"));
-    param->SetCaption(base + (existingIsFirst ? " 2" : " 1"));
-  } else {
-    param->SetCaption(base);
-  }
+  CaptionParameters(condition, existing, *param);
   TSQLParam* added = params_.Add(std::move(param));
   query_->ParametersListChanged();
+  return added;
+}
+
+TSQLParam* TQueryResult::AddLoadedParameter(TFilterCond& condition, int index) {
+  // The list was empty when reading began and grows in row order, so the
+  // running number is free without searching the list.
+  const int number = params_.Count() + paramBase_ + 1;
+  auto param =
+      std::make_unique<TSQLParam>(&condition, "Param" + std::to_string(number), condition.GetExprType());
+  CaptionParameters(condition, condition.Param(index == 1 ? 2 : 1), *param);
+  TSQLParam* added = params_.Add(std::move(param));
+  condition.params_[index == 1 ? 0 : 1] = added;
   return added;
 }
 

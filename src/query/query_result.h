@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_set>
 
 #include "foundation/strings.h"
 #include "query/query_types.h"
@@ -88,8 +89,13 @@ class TQueryResult {
 
  private:
   friend class TWQuery;
-  /// Removes the condition's parameters without announcing; how many.
-  int ForgetParameters(const TFilterCond& condition) { return params_.DeleteByCondition(&condition); }
+  /// Binds a new parameter to value 1 or 2 of a condition read from a query
+  /// text, numbered after those read before it; nothing is announced.
+  TSQLParam* AddLoadedParameter(TFilterCond& condition, int index);
+  /// Removes the parameters of the conditions without announcing; how many.
+  int ForgetParameters(const std::unordered_set<const TFilterCond*>& conditions) {
+    return params_.DeleteIf([&](const TSQLParam* param) { return conditions.contains(param->Condition()); });
+  }
 
   TWQuery* query_;
   TRFieldList resultFields_;

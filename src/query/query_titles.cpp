@@ -1,6 +1,10 @@
+#include <algorithm>
 #include <array>
 #include <string_view>
 
+#include "foundation/sections.h"
+#include "foundation/string_utils.h"
+#include "query/captions.h"
 #include "query/query.h"
 
 namespace ts4 {
@@ -61,11 +65,87 @@ constexpr std::array<std::string_view, 51> DefaultTitles = {
     "ttlAVERAGECaption=AVERAGE",
 };
 
+// Names of the captions that tables of earlier versions kept by number. The
+// names at 13 and 18 to 21 are not in the table any more, so SetTitle drops them.
+constexpr std::array<std::string_view, 22> OldTitleNames = {
+    "ttlFilter",       "ttlBracket",     "ttlAll",         "ttlAny",          "ttlNone",
+    "ttlNotAll",       "ttlAddBracket",  "ttlAddCond",     "ttlDelRow",       "ttlFields",
+    "ttlResFields",    "ttlMakeFldHint", "ttlDelFldHint",  "ttlSortTypeHint", "ttlNotSorted",
+    "ttlAscending",    "ttlDescending",  "ttlSortCaption", "ttlRename",       "ttlDelete",
+    "ttlWithoutGroup", "ttlAllResFieds",
+};
+constexpr int OldTitleCount = static_cast<int>(OldTitleNames.size());
+
+/// Query texts of this version and later keep their captions in sections.
+constexpr double SectionedTitlesVersion = 2.2;
+
 }  // namespace
 
 void TWQuery::LoadDefTitles() {
   defTitles_.Clear();
   for (std::string_view line : DefaultTitles) defTitles_.Add(std::string(line));
+}
+
+std::string TWQuery::GetTitle(std::string_view name) const {
+  return titles_.Values(name);
+}
+
+void TWQuery::SetTitle(std::string_view name, std::string_view value) {
+  const int index = titles_.IndexOfName(name);
+  if (index >= 0) titles_.SetStrings(index, titles_.Names(index) + "=" + std::string(value));
+}
+
+void TWQuery::SetTitles(TStrings& value) {
+  LoadTitlesFromStrings(defTitles_, titles_, value);
+}
+
+void TWQuery::MergeDFMTitles(const TStrings& source) {
+  const int count = std::min(source.Count(), OldTitleCount);
+  for (int i = 0; i < count; ++i) {
+    const std::string_view line = Trim(source[i]);
+    if (!line.empty()) SetTitle(OldTitleNames[static_cast<std::size_t>(i)], line);
+  }
+}
+
+void TWQuery::LoadOldTitlesFromStrings(const TStrings& source) {
+  // The keys up to the line count are looked up (one more than there are
+  // lines); numbers without an old name cannot change anything, so the
+  // search stops at the last old name.
+  const int last = std::min(source.Count(), OldTitleCount - 1);
+  for (int i = 0; i <= last; ++i) {
+    const std::string value = source.Values("Title" + std::to_string(i));
+    const std::string_view trimmed = Trim(value);
+    if (!trimmed.empty()) SetTitle(OldTitleNames[static_cast<std::size_t>(i)], trimmed);
+  }
+}
+
+void TWQuery::LoadStoredTitles(const TStrings& stored) {
+  TStrings work = stored;
+  // The sectioned format starts with a header and has a name=value line
+  // third; a table too short to tell is sectioned when it starts with "[".
+  const auto has = [&](int index, char c) {
+    return index < work.Count() && work[index].find(c) != std::string::npos;
+  };
+  const bool sectioned = work.Count() >= 3 ? has(0, '[') && has(2, '=') : has(0, '[');
+  if (sectioned || work.Empty()) {
+    LoadTitlesFromStrings(defTitles_, titles_, work);
+  } else {
+    // Old lines carry no names: they are laid over the built-in table.
+    titles_ = defTitles_;
+    MergeDFMTitles(work);
+  }
+  designTitles_ = titles_;
+}
+
+void TWQuery::LoadTitlesFromQueryText(const TStrings& list, double version) {
+  if (version >= SectionedTitlesVersion) {
+    TStrings source = list;  // the loader renames old sections in its source
+    LoadTitlesFromStrings(designTitles_, titles_, source);
+    return;
+  }
+  TStrings old;
+  XReadSLSectionValues(0, list, "Titles", old);
+  if (!old.Empty()) LoadOldTitlesFromStrings(old);
 }
 
 }  // namespace ts4

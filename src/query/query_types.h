@@ -42,11 +42,15 @@ using enum TWBuilderState;
 enum TQueryErrorCode : std::int32_t {
   qecNotEnoughInfo = 1,
   qecWrongLink = 2,
+  qecNoDbStruct = 3,
   qecInvalidFilterTitle = 4,
   qecInvalidStringFormat = 5,
   qecNotBuilt = 8,
+  qecSectionNotFound = 9,
   qecNestingTooDeep = 10,
   qecUnknownExprField = 11,
+  qecInvalidDateValue = 12,
+  qecInvalidPropertyValue = 13,
 };
 
 /// Deepest bracket nesting a query accepts: a bracket directly under the

@@ -10,6 +10,8 @@
 namespace ts4 {
 
 class TDSField;
+class TSectionReader;
+class TStrings;
 class TWCustomDBStructure;
 
 /// The select list of a query: result fields in order (owned) and the
@@ -83,6 +85,19 @@ class TRFieldList {
   [[nodiscard]] int GetSortCount() const;
   /// The caption of the field at the index, its expression when it has none.
   [[nodiscard]] std::string GetCaption(int index) const;
+
+  /// Appends the list as sections of a query text: "[RFields]" (Count,
+  /// Version, JustSorting) and "[RField<i>]" per field, each section
+  /// followed by one empty line.
+  void SaveToStrings(TStrings& list) const;
+  /// Reads the fields and JustSorting from such sections (no "[RFields]":
+  /// no fields); structure fields are found by their IDs, and a field that
+  /// refers to an ID the structure lacks is left out. All or nothing:
+  /// raises EWQueryPanelError code 9 for a promised "[RField<i>]" section
+  /// the text lacks, and the list stays as it was.
+  void LoadFromStrings(const TStrings& list);
+  /// The same, reading on with a query text's reader.
+  void LoadFromSections(TSectionReader& reader);
 
   /// Makes this list a copy of the other (fields and settings).
   void Assign(const TRFieldList& source);

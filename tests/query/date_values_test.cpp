@@ -1,6 +1,8 @@
 // Dates and times between their ISO form and an SQL date format.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "query/date_values.h"
 #include "query/query.h"
 
@@ -60,6 +62,27 @@ TEST(DateValues, FormatsBothWays) {
   }
   EXPECT_FALSE(ts4::ParseDateTime("dd.mm.yyyy", "31.02.2009"));
   EXPECT_FALSE(ts4::ParseDateTime("dd.mm.yyyy", "07-03-2009"));
+}
+
+TEST(DateValues, DateTimeNumbers) {
+  const std::pair<const char*, double> cases[] = {
+      {"2000-01-01", 36526},       {"2000-01-01 12:00", 36526.5},
+      {"1899-12-30", 0},           {"06:00", 0.25},
+      {"1899-12-29 06:00", -1.25},  // the fraction counts forward from midnight before day 0 too
+      {"0001-01-01", -693593},     {"9999-12-31 23:59:59.999", 2958465 + 86399999.0 / 86400000},
+  };
+  for (auto [text, number] : cases) {
+    const auto parts = *ts4::ParseISODateTime(text);
+    EXPECT_EQ(ts4::DateTimeToNumber(parts), number) << text;
+    const auto back = ts4::NumberToDateTime(number);
+    ASSERT_TRUE(back) << text;
+    EXPECT_EQ(ts4::DateTimeToNumber(*back), number) << text;
+    EXPECT_EQ(back->Millisecond, parts.Millisecond) << text;
+  }
+  EXPECT_EQ(ts4::ISODateTimeText(*ts4::NumberToDateTime(36526.99999999999)), "2000-01-02 00:00:00");
+  EXPECT_FALSE(ts4::NumberToDateTime(-693594));
+  EXPECT_FALSE(ts4::NumberToDateTime(2958466));
+  EXPECT_FALSE(ts4::NumberToDateTime(std::nan("")));
 }
 
 TEST(DateValues, QueryConvertsByFieldType) {
