@@ -19,6 +19,15 @@ if(TS4_SANITIZE)
   target_link_options(ts4_build_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# Fuzzing: every ts4 target is instrumented for coverage; the fuzz targets
+# themselves link libFuzzer's driver.
+if(TS4_BUILD_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "TS4_BUILD_FUZZ needs Clang (libFuzzer)")
+  endif()
+  target_compile_options(ts4_build_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # Links the build options to a target without exporting them.
 function(ts4_apply_options target)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:ts4_build_options>)

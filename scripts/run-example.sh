@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Installs the dependencies, builds the library in release mode and runs the
-# example: a structure of linked tables, their SQL texts and a join path.
+# Installs the dependencies, builds everything in release mode and prints the
+# SQL of a saved example query with the ts4 command-line tool.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 bash scripts/install-deps.sh
 cmake --preset release >/dev/null
-cmake --build --preset release --target structure_demo
-./build/release/examples/structure_demo/structure_demo
+cmake --build --preset release
+./build/release/tools/ts4/ts4 sql examples/data/sales.str examples/data/big-orders.qry

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the dependencies, then builds and runs every test: once with GCC
 # and once with Clang, both under AddressSanitizer and
-# UndefinedBehaviorSanitizer, and checks the formatting.
+# UndefinedBehaviorSanitizer, checks the formatting, and runs each fuzz
+# target for a short while.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -17,3 +18,6 @@ for preset in test clang; do
   echo "== $preset: tests"
   ctest --preset "$preset"
 done
+
+echo "== fuzz: a short run of each target"
+bash scripts/fuzz.sh 30

@@ -1,0 +1,63 @@
+// Feeds arbitrary text to the query reader over the example structure. A
+// text that loads must write a text that loads again and writes the same,
+// and must give SQL or a coded error; a text that fails must leave the query
+// as it was.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+#include "foundation/error.h"
+#include "query/query.h"
+#include "structure/structure.h"
+
+namespace {
+
+void Check(bool condition) {
+  if (!condition) std::abort();
+}
+
+ts4::TWDBStructure& ExampleStructure() {
+  static const std::unique_ptr<ts4::TWDBStructure> structure = [] {
+    auto loaded = std::make_unique<ts4::TWDBStructure>();
+    loaded->LoadFromFile(TS4_EXAMPLE_STRUCTURE);
+    return loaded;
+  }();
+  return *structure;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  ts4::TStrings input;
+  input.SetText(std::string_view(reinterpret_cast<const char*>(data), size));
+  ts4::TWQuery query(&ExampleStructure());
+  ts4::TStrings before;
+  query.SaveToStrings(before);
+  try {
+    query.LoadFromStrings(input);
+  } catch (const ts4::EWTessalyError&) {
+    ts4::TStrings after;
+    query.SaveToStrings(after);
+    Check(after == before);
+    return 0;
+  }
+  ts4::TStrings written;
+  try {
+    query.SaveToStrings(written);
+  } catch (const ts4::EWTessalyError&) {
+    return 0;  // a date condition holding text that is no date cannot be written
+  }
+  ts4::TWQuery again(&ExampleStructure());
+  again.LoadFromStrings(written);
+  ts4::TStrings rewritten;
+  again.SaveToStrings(rewritten);
+  Check(rewritten == written);
+  try {
+    query.BuildQuery();
+    static_cast<void>(query.QResult().GetSQL());
+  } catch (const ts4::EWTessalyError&) {
+  }
+  return 0;
+}

@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cli_run.h"
+#include "foundation/strings.h"
+
+namespace {
+
+const std::string Data = TS4_EXAMPLE_DATA;
+const std::string Structure = Data + "/sales.str";
+const std::string BigOrders = Data + "/big-orders.qry";
+
+struct TRun {
+  int status;
+  std::string out;
+  std::string err;
+};
+
+TRun RunTool(const std::vector<std::string>& args, const std::string& input = {}) {
+  std::istringstream in(input);
+  std::ostringstream out;
+  std::ostringstream err;
+  const int status = ts4::cli::RunTs4(args, in, out, err);
+  return {status, out.str(), err.str()};
+}
+
+std::string ReadText(const std::string& file) {
+  ts4::TStrings lines;
+  lines.LoadFromFile(file);
+  return lines.Text();
+}
+
+TEST(Cli, BadUsageGivesStatusTwoAndTheUsageLine) {
+  const std::vector<std::vector<std::string>> cases = {
+      {},
+      {"frobnicate"},
+      {"sql", Structure},
+      {"structure", Structure, "extra"},
+      {"path", Structure, "C"},
+      {"sql", Structure, BigOrders, "--syntax", "sql3"},
+      {"sql", Structure, BigOrders, "--options", "soSelectDistinct,soFast"},
+      {"sql", Structure, BigOrders, "--no-such-option"},
+      {"sql", "-", "-"},
+      {"structure", Structure, "--syntax", "sql1"},
+      {"--help", "sql"},
+  };
+  for (const auto& args : cases) {
+    const TRun run = RunTool(args);
+    EXPECT_EQ(run.status, 2) << ::testing::PrintToString(args);
+    EXPECT_TRUE(run.out.empty());
+    EXPECT_EQ(run.err.rfind("ts4: ", 0), 0U) << run.err;
+    EXPECT_NE(run.err.find("\nusage: ts4 sql STRUCTURE QUERY"), std::string::npos) << run.err;
+  }
+}
+
+TEST(Cli, HelpAndVersion) {
+  const TRun help = RunTool({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_NE(help.out.find("ts4 path STRUCTURE ALIAS1 ALIAS2"), std::string::npos);
+  const TRun version = RunTool({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_EQ(version.out.rfind("ts4 ", 0), 0U);
+}
+
+TEST(Cli, SqlPrintsTheStatementLines) {
+  const TRun run = RunTool({"sql", Structure, BigOrders});
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "SELECT DISTINCT C.COMPANY, O.ORDER_ID, O.ORDER_DATE, O.TOTAL\n"
+            "FROM CUSTOMERS C\n"
+            "     LEFT OUTER JOIN ORDERS O ON (C.CUST_ID=O.CUST_ID)\n"
+            "WHERE\n"
+            " (\n"
+            "C.COUNTRY = 'DE' AND\n"
+            "O.ORDER_DATE between '2024-01-01' and '2024-12-31' AND\n"
+            "O.TOTAL >= 1000\n"
+            ")\n"
+            "ORDER BY 4 DESC\n");
+  EXPECT_TRUE(run.err.empty());
+}
+
+TEST(Cli, SqlOptionsSyntaxAndMainTable) {
+  const TRun sql1 = RunTool({"sql", Structure, BigOrders, "--syntax", "sql1", "--options", ""});
+  ASSERT_EQ(sql1.status, 0) << sql1.err;
+  EXPECT_EQ(sql1.out.rfind("SELECT C.COMPANY", 0), 0U) << sql1.out;
+  EXPECT_NE(sql1.out.find("FROM CUSTOMERS C, \n     ORDERS O\n"), std::string::npos) << sql1.out;
+
+  const TRun fromOrders = RunTool({"sql", Structure, BigOrders, "--main-table", "o"});
+  ASSERT_EQ(fromOrders.status, 0) << fromOrders.err;
+  EXPECT_NE(fromOrders.out.find("FROM ORDERS O\n     RIGHT OUTER JOIN CUSTOMERS C"), std::string::npos)
+      << fromOrders.out;
+
+  const TRun unknown =
+      RunTool({"sql", Structure, BigOrders, "--main-table", "NOPE", "--options", "soBracketJoins"});
+  EXPECT_EQ(unknown.status, 1);
+  EXPECT_EQ(unknown.err, "ts4: No such table NOPE\n");
+}
+
+TEST(Cli, StandardInputWithCrLf) {
+  std::string query = ReadText(BigOrders);  // lines joined by CR LF
+  const TRun fromStdin = RunTool({"sql", Structure, "-"}, query);
+  const TRun fromFile = RunTool({"sql", Structure, BigOrders});
+  ASSERT_EQ(fromStdin.status, 0) << fromStdin.err;
+  EXPECT_EQ(fromStdin.out, fromFile.out);
+}
+
+TEST(Cli, StructureWritesWhatItRead) {
+  const TRun run = RunTool({"structure", "-"}, ReadText(Structure));
+  ASSERT_EQ(run.status, 0) << run.err;
+  ts4::TStrings lines;
+  lines.LoadFromFile(Structure);
+  std::string expected;
+  for (const std::string& line : lines) expected += line + "\n";
+  EXPECT_EQ(run.out, expected);
+}
+
+TEST(Cli, PathListsTheAliases) {
+  const TRun run = RunTool({"path", Structure, "c", "P"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, "C\nO\nI\nP\n");
+}
+
+TEST(Cli, LibraryErrorsGiveStatusOneAndTheMessage) {
+  std::string broken = ReadText(Structure);
+  const std::size_t at = broken.find("Operators=Equal");
+  ASSERT_NE(at, std::string::npos);
+  broken.replace(at, 15, "Operators=Foo");
+  const struct {
+    std::vector<std::string> args;
+    std::string input;
+    std::string message;
+  } cases[] = {
+      {{"structure", Data + "/missing.str"}, "", "ts4: Cannot open file \"" + Data + "/missing.str\"\n"},
+      {{"sql", "-", BigOrders}, broken, "ts4: Operator not found: Foo\n"},
+      {{"path", Structure, "C", "X"}, "", "ts4: No such table X\n"},
+  };
+  for (const auto& c : cases) {
+    const TRun run = RunTool(c.args, c.input);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.out.empty()) << run.out;
+    EXPECT_EQ(run.err, c.message);
+  }
+}
+
+}  // namespace
