@@ -1,7 +1,7 @@
 // The query text: a query as sectioned text, in the order written.
 //
-//   <captions table>        only when SaveTitles: the Titles lines as they
-//   <empty line>            are (sections "[Query Panel]" ...), then a blank
+//   <captions table>        only when SaveTitles: the Titles laid over the
+//   <empty line>            built-in table (sections "[Query Panel]" ...), then a blank
 //   [Main]
 //   QueryName=<name>
 //   Version=3.3
@@ -52,6 +52,7 @@
 #include "foundation/string_utils.h"
 #include "foundation/strings.h"
 #include "query/builder_state_p.h"
+#include "query/captions.h"
 #include "query/query.h"
 
 namespace ts4 {
@@ -100,7 +101,13 @@ void TWQuery::SaveToStrings(TStrings& list) {
   const TStateRestorer saving(state_, stSaving);
   TStrings text;
   if (saveTitles_) {
-    text.AddStrings(titles_);
+    // Written in the form loading gives them (the table's sections each
+    // ended by an empty line), so that a saved query reads back and saves
+    // to the same text even while it holds the built-in table as it is.
+    TStrings source = titles_;
+    TStrings captions;
+    LoadTitlesFromStrings(defTitles_, captions, source);
+    text.AddStrings(captions);
     text.Add("");
   }
   text.Add("[Main]");
