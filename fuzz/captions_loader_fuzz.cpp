@@ -3,32 +3,26 @@
 // the default table's names in their order.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
+#include "fuzz_support.h"
 #include "query/captions.h"
 #include "query/query.h"
 
 namespace {
 
-void Check(bool condition) {
-  if (!condition) std::abort();
-}
-
 void CheckSameNames(const ts4::TStrings& titles, const ts4::TStrings& defaults) {
-  Check(titles.Count() >= defaults.Count());
+  ts4fuzz::Check(titles.Count() >= defaults.Count());
   for (int i = 0, j = 0; i < defaults.Count(); ++i) {
     if (defaults.Names(i).empty()) continue;
     while (j < titles.Count() && titles.Names(j) != defaults.Names(i)) ++j;
-    Check(j < titles.Count());
+    ts4fuzz::Check(j < titles.Count());
   }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  ts4::TStrings source;
-  source.SetText(std::string_view(reinterpret_cast<const char*>(data), size));
+  const ts4::TStrings source = ts4fuzz::InputLines(data, size);
 
   ts4::TWQuery query;
   ts4::TStrings merged;

@@ -4,19 +4,14 @@
 // as it was.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
-#include <string_view>
 
 #include "foundation/error.h"
+#include "fuzz_support.h"
 #include "query/query.h"
 #include "structure/structure.h"
 
 namespace {
-
-void Check(bool condition) {
-  if (!condition) std::abort();
-}
 
 ts4::TWDBStructure& ExampleStructure() {
   static const std::unique_ptr<ts4::TWDBStructure> structure = [] {
@@ -30,8 +25,7 @@ ts4::TWDBStructure& ExampleStructure() {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  ts4::TStrings input;
-  input.SetText(std::string_view(reinterpret_cast<const char*>(data), size));
+  const ts4::TStrings input = ts4fuzz::InputLines(data, size);
   ts4::TWQuery query(&ExampleStructure());
   ts4::TStrings before;
   query.SaveToStrings(before);
@@ -40,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const ts4::EWTessalyError&) {
     ts4::TStrings after;
     query.SaveToStrings(after);
-    Check(after == before);
+    ts4fuzz::Check(after == before);
     return 0;
   }
   ts4::TStrings written;
@@ -53,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   again.LoadFromStrings(written);
   ts4::TStrings rewritten;
   again.SaveToStrings(rewritten);
-  Check(rewritten == written);
+  ts4fuzz::Check(rewritten == written);
   try {
     query.BuildQuery();
     static_cast<void>(query.QResult().GetSQL());

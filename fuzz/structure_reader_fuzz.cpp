@@ -3,23 +3,13 @@
 // the structure as it was.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
 #include "foundation/error.h"
+#include "fuzz_support.h"
 #include "structure/structure.h"
 
-namespace {
-
-void Check(bool condition) {
-  if (!condition) std::abort();
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  ts4::TStrings input;
-  input.SetText(std::string_view(reinterpret_cast<const char*>(data), size));
+  const ts4::TStrings input = ts4fuzz::InputLines(data, size);
   ts4::TWDBStructure structure;
   ts4::TStrings before;
   structure.SaveToStrings(before);
@@ -28,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const ts4::EWTessalyError&) {
     ts4::TStrings after;
     structure.SaveToStrings(after);
-    Check(after == before);
+    ts4fuzz::Check(after == before);
     return 0;
   }
   ts4::TStrings written;
@@ -37,6 +27,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   again.LoadFromStrings(written);
   ts4::TStrings rewritten;
   again.SaveToStrings(rewritten);
-  Check(rewritten == written);
+  ts4fuzz::Check(rewritten == written);
   return 0;
 }

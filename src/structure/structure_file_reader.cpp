@@ -59,6 +59,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "foundation/enum_names.h"
@@ -381,11 +382,24 @@ void TStructureReader::ReadEditor(TDSField& field, const TStrings& body, const s
 }
 
 void TStructureReader::NumberFieldsWithoutID() {
-  // Fields of old files that carry no ID are numbered after the stored IDs.
-  int next = maxStoredID_ < std::numeric_limits<int>::max() ? std::max(maxStoredID_ + 1, 1) : maxStoredID_;
-  for (TDSField* field : fieldsWithoutID_) {
-    field->SetID(next);
-    if (next < std::numeric_limits<int>::max()) ++next;
+  // Fields of old files carry no ID, and a damaged file may give two fields
+  // one ID: such a field gets the next number after the stored IDs that no
+  // field has, so that groups (which find fields by ID) and the written text
+  // stay unambiguous. The first field with a stored ID keeps it.
+  const std::unordered_set<const TDSField*> withoutID(fieldsWithoutID_.begin(), fieldsWithoutID_.end());
+  std::unordered_set<int> used;
+  std::vector<TDSField*> renumber;
+  for (int i = 0; i < target_.FieldCount(); ++i) {
+    TDSField* field = target_.Fields(i);
+    if (withoutID.contains(field) || !used.insert(field->ID()).second) renumber.push_back(field);
+  }
+  long long next = static_cast<long long>(maxStoredID_) + 1;
+  if (next > std::numeric_limits<int>::max()) next = 1;
+  for (TDSField* field : renumber) {
+    while (used.contains(static_cast<int>(next)))
+      next = next < std::numeric_limits<int>::max() ? next + 1 : 1;
+    field->SetID(static_cast<int>(next));
+    used.insert(static_cast<int>(next));
   }
 }
 

@@ -387,6 +387,9 @@ TEST(StructureFileReader, OddCountsAndGroupListsStillGiveEveryFieldOneGroup) {
       // Unknown IDs are skipped; a field listed twice stays where it was listed first.
       {{"Fields=3,4", "Fields=3,3,99,1", "Fields=1,2,5", "Fields=5,x,1,2"},
        {"[FieldGroup1]", "Fields=3,1", "[RootGroup]", "Fields=5,2,4"}},
+      // A second field with a taken ID gets a free one (found by fuzzing:
+      // the written groups did not read back the same).
+      {{"ID=2", "ID=1"}, {"ID=1", "ID=6", "[RootGroup]", "Fields=1,5,6"}},
   };
   for (const Case& c : cases) {
     Lines text = ShopText;
@@ -396,6 +399,11 @@ TEST(StructureFileReader, OddCountsAndGroupListsStillGiveEveryFieldOneGroup) {
     ts4::TStrings saved;
     db.SaveToStrings(saved);
     ts4test::ExpectLinesInOrder(saved, c.expected);
+    ts4::TWDBStructure again;
+    again.LoadFromStrings(saved);
+    ts4::TStrings resaved;
+    again.SaveToStrings(resaved);
+    EXPECT_EQ(resaved, saved);
   }
 }
 
