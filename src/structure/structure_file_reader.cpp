@@ -291,11 +291,13 @@ void TStructureReader::ReadLinks() {
       std::unique_ptr<TDSLink> link = target_.NewLink(*from.Table, *other);
       link->SetFields1(CommaList(body.Values("FldName1")));
       link->SetFields2(CommaList(body.Values("FldName2")));
-      const std::string symbols = body.Values("Operators");
-      if (Trim(symbols).empty())
+      // A list without items (empty, blanks, or text the comma reader stops
+      // short of) takes "=" for every pair, as a missing one does.
+      const TStrings symbols = CommaList(body.Values("Operators"));
+      if (symbols.Empty())
         link->ApplyDefOperator();
       else
-        link->SetOperators(CommaList(symbols));
+        link->SetOperators(symbols);
       link->SetQuoteFields(XStrToBool(body.Values("QuoteFields")));
       // "left", "right" and "full" in any case; anything else is an inner join.
       link->SetLinkType(

@@ -419,6 +419,16 @@ TEST(StructureFileReader, LinkTypeNamesIgnoreCase) {
   }
 }
 
+// Found by fuzzing: a value the comma reader finds no item in (it stops at a
+// NUL character) was kept as an empty list and read back as "=".
+TEST(StructureFileReader, LinkOperatorsWithoutItemsAreEqualSigns) {
+  for (const std::string& value : {std::string(" "), std::string("\x16\0,<", 4)}) {
+    ts4::TWDBStructure db;
+    db.LoadFromStrings(StringsOf(Edited(ShopText, "Operators==", "Operators=" + value)));
+    EXPECT_EQ(db.Links(0)->Operators(), ts4::TStrings{"="});
+  }
+}
+
 TEST(StructureFileReader, AppliedTypesAreCommaEndedNames) {
   const std::pair<const char*, ts4::TFieldTypes> cases[] = {
       {"ftString,ftMemo,", {ts4::ftString, ts4::ftMemo}},
