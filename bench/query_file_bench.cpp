@@ -63,7 +63,13 @@ void BM_LoadQueryText(benchmark::State& state) {
   Report(state, text);
 }
 
-BENCHMARK(BM_SaveQueryText)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(300000)->Unit(benchmark::kMillisecond)->MinTime(0.5);
+BENCHMARK(BM_SaveQueryText)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Arg(300000)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(0.5);
 BENCHMARK(BM_LoadQueryText)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.5);
 
 }  // namespace
