@@ -18,7 +18,7 @@
 namespace ts4 {
 
 class TDSTable;
-class TSectionReader;
+class TSectionIndex;
 
 /// Called with every condition's finished SQL, which the handler may change.
 using TBuildSQLEvent = std::function<void(TFilterCond& condition, std::string& sqlExpr)>;
@@ -201,7 +201,7 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   /// Takes the content of a query that has just read a text.
   void TakeOverLoaded(TWQuery& loaded);
   void WriteRows(TStrings& list) const;
-  void ReadRows(TSectionReader& reader);
+  void ReadRows(TSectionIndex& reader);
 
   TWCustomDBStructure* structure_ = nullptr;
   std::unique_ptr<TQueryResult> result_;

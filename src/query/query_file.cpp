@@ -48,7 +48,7 @@
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
-#include "foundation/section_reader.h"
+#include "foundation/section_index.h"
 #include "foundation/string_utils.h"
 #include "foundation/strings.h"
 #include "query/builder_state_p.h"
@@ -76,7 +76,7 @@ void WriteSection(TStrings& list, std::string_view name, const TStrings& lines) 
 }
 
 /// The body of a section written by WriteSection: its lines without the empty line after them.
-void ReadLinesSection(TSectionReader& reader, std::string_view name, TStrings& dest) {
+void ReadLinesSection(TSectionIndex& reader, std::string_view name, TStrings& dest) {
   reader.Read(name, dest);
   if (!dest.Empty() && dest[dest.Count() - 1].empty()) dest.Delete(dest.Count() - 1);
 }
@@ -168,7 +168,7 @@ void TWQuery::LoadFromFile(const std::string& fileName) {
 
 void TWQuery::ReadQueryText(const TStrings& list) {
   if (list.Empty()) return;
-  TSectionReader reader(list);
+  TSectionIndex reader(list);
   TStrings body;
   // The version decides how the captions are read, so [Main] comes first.
   reader.Read("Main", body);

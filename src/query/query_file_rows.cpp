@@ -10,7 +10,7 @@
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
-#include "foundation/section_reader.h"
+#include "foundation/section_index.h"
 #include "foundation/string_utils.h"
 #include "foundation/strings.h"
 #include "query/date_values.h"
@@ -120,7 +120,7 @@ void TWQuery::WriteRows(TStrings& list) const {
   }
 }
 
-void TWQuery::ReadRows(TSectionReader& reader) {
+void TWQuery::ReadRows(TSectionIndex& reader) {
   TStrings body;
   if (!reader.Read("Row", body)) return;  // a text without rows
   std::unordered_map<int, TDSField*> fieldsByID;

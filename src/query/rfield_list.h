@@ -10,7 +10,7 @@
 namespace ts4 {
 
 class TDSField;
-class TSectionReader;
+class TSectionIndex;
 class TStrings;
 class TWCustomDBStructure;
 
@@ -97,7 +97,7 @@ class TRFieldList {
   /// the text lacks, and the list stays as it was.
   void LoadFromStrings(const TStrings& list);
   /// The same, reading on with a query text's reader.
-  void LoadFromSections(TSectionReader& reader);
+  void LoadFromSections(TSectionIndex& reader);
 
   /// Makes this list a copy of the other (fields and settings).
   void Assign(const TRFieldList& source);

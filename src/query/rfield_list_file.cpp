@@ -20,7 +20,7 @@
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
-#include "foundation/section_reader.h"
+#include "foundation/section_index.h"
 #include "foundation/string_utils.h"
 #include "foundation/strings.h"
 #include "query/rfield_list.h"
@@ -75,11 +75,11 @@ void TRFieldList::SaveToStrings(TStrings& list) const {
 }
 
 void TRFieldList::LoadFromStrings(const TStrings& list) {
-  TSectionReader reader(list);
+  TSectionIndex reader(list);
   LoadFromSections(reader);
 }
 
-void TRFieldList::LoadFromSections(TSectionReader& reader) {
+void TRFieldList::LoadFromSections(TSectionIndex& reader) {
   TStrings body;
   TWObjectList<TResultField> loaded;
   bool justSorting = false;

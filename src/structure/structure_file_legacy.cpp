@@ -56,7 +56,7 @@ void TStructureReader::ReadOperationSections() {
   for (const std::string& line : names) {
     const std::string name(Trim(GetBeforeSep("=", line)));
     if (name.empty()) continue;
-    sections_.Require("Operation:" + name, body);
+    RequireSection(sections_, "Operation:" + name, body);
     TDSOperator& op = AddOperator(name);
     op.SetDisplayName(body.IndexOfName("DisplayName") >= 0 ? body.Values("DisplayName")
                                                            : DefaultCaption(name));
@@ -72,7 +72,7 @@ void TStructureReader::ReadTableList() {
     const std::string alias = GetBeforeSep("=", line);
     if (Trim(alias).empty()) continue;
     const std::string listed = line.find('=') == std::string::npos ? alias : GetAfterSep("=", line);
-    sections_.Require("Table:" + alias, body);
+    RequireSection(sections_, "Table:" + alias, body);
     const std::string name = body.IndexOfName("Name") >= 0 ? body.Values("Name") : listed;
     AddTable(name, alias, body, name);
   }
@@ -86,7 +86,7 @@ void TStructureReader::ReadFieldList() {
     const std::string key = GetBeforeSep("=", line);
     if (Trim(key).empty()) continue;
     const std::string section = "Field:" + key;
-    sections_.Require(section, body);
+    RequireSection(sections_, section, body);
     ReadField(body, section + ".SQL", GetAfterSep("=", line));
   }
 }

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "foundation/section_index.h"
 #include "foundation/strings.h"
 
 namespace ts4 {
@@ -21,29 +22,8 @@ namespace detail {
 /// The stored names of the link types, indexed by TDSLinkType.
 inline constexpr std::array<std::string_view, 4> LinkTypeNames = {"Inner", "Left", "Right", "Full"};
 
-/// Where each section of a sectioned text starts, found in one pass, so that
-/// a reader fetches every section without searching the text again.
-class TSectionIndex {
- public:
-  explicit TSectionIndex(const TStrings& list);
-
-  /// Makes `body` the body of the named section (name compared ignoring
-  /// ASCII case) and returns true; empties it and returns false when there is
-  /// no such section. A name asked for again gets its next occurrence: each
-  /// occurrence is handed out once (two links between the same tables have
-  /// two sections), so no text makes the reader go over one body twice.
-  bool Read(std::string_view name, TStrings& body);
-  /// Read, raising EWDBStructError code 9 when the section is missing.
-  void Require(std::string_view name, TStrings& body);
-
- private:
-  struct THeaders {
-    std::vector<int> Lines;
-    std::size_t Next = 0;
-  };
-  const TStrings* list_;
-  std::unordered_map<std::string, THeaders> headers_;
-};
+/// TSectionIndex::Read, raising EWDBStructError code 9 when the section is missing.
+void RequireSection(TSectionIndex& sections, std::string_view name, TStrings& body);
 
 /// Reads a structure text into a structure that has no tables, fields or
 /// operators yet, through the structure's public operations (fields through

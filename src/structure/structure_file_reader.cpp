@@ -143,29 +143,10 @@ TStrings CommaList(std::string_view text) {
 
 }  // namespace
 
-// ---- Section index ------------------------------------------------------------------
+// ---- Sections -----------------------------------------------------------------------
 
-TSectionIndex::TSectionIndex(const TStrings& list) : list_(&list) {
-  for (int i = 0; i < list.Count(); ++i) {
-    const std::string name = SectionHeaderName(list[i]);
-    if (!name.empty()) headers_[LowerCase(name)].Lines.push_back(i);
-  }
-}
-
-bool TSectionIndex::Read(std::string_view name, TStrings& body) {
-  auto it = headers_.find(LowerCase(name));
-  if (it == headers_.end() || it->second.Next == it->second.Lines.size()) {
-    body.Clear();
-    return false;
-  }
-  const int line = it->second.Lines[it->second.Next++];
-  // Starting at the header itself, the search ends at once.
-  XReadSLSectionValues(line, *list_, name, body);
-  return true;
-}
-
-void TSectionIndex::Require(std::string_view name, TStrings& body) {
-  if (!Read(name, body)) throw EWDBStructError(secSectionNotFound, msg::SectionNotFound, name);
+void RequireSection(TSectionIndex& sections, std::string_view name, TStrings& body) {
+  if (!sections.Read(name, body)) throw EWDBStructError(secSectionNotFound, msg::SectionNotFound, name);
 }
 
 // ---- Reader -------------------------------------------------------------------------
@@ -192,7 +173,7 @@ void TStructureReader::Read() {
 
 void TStructureReader::ReadMain() {
   TStrings main;
-  sections_.Require("Main", main);
+  RequireSection(sections_, "Main", main);
   const std::string version = main.Values("Version");
   version_ = Trim(version).empty() ? DefaultVersion : XStrToFloat(version, DefaultVersion);
   // A count is read only from the version that has it (OperatCount strictly
@@ -217,7 +198,7 @@ void TStructureReader::ReadOperators() {
   if (version_ < OperatorSectionsVersion) return ReadOperationSections();
   TStrings body;
   for (int n = 1; n <= operatCount_; ++n) {
-    sections_.Require("Operator:" + std::to_string(n), body);
+    RequireSection(sections_, "Operator:" + std::to_string(n), body);
     TDSOperator& op = AddOperator(body.Values("Name"));
     op.SetDisplayName(body.Values("DisplayName"));
     ReadOperatorKeys(op, body);
@@ -258,7 +239,7 @@ TDSOperator& TStructureReader::OperatorNamed(std::string_view name) const {
 void TStructureReader::ReadTables() {
   TStrings body;
   for (int n = 1; n <= tableCount_; ++n) {
-    sections_.Require("Table:" + std::to_string(n), body);
+    RequireSection(sections_, "Table:" + std::to_string(n), body);
     AddTable(body.Values("Name"), body.Values("Alias"), body, {});
   }
 }
@@ -287,7 +268,7 @@ void TStructureReader::ReadLinks() {
   for (const TPendingLinks& from : pendingLinks_) {
     for (const std::string& alias : from.Targets) {
       TDSTable* other = TableByAlias(alias);
-      sections_.Require("Link:" + from.Alias + "-" + alias, body);
+      RequireSection(sections_, "Link:" + from.Alias + "-" + alias, body);
       std::unique_ptr<TDSLink> link = target_.NewLink(*from.Table, *other);
       link->SetFields1(CommaList(body.Values("FldName1")));
       link->SetFields2(CommaList(body.Values("FldName2")));
@@ -313,7 +294,7 @@ void TStructureReader::ReadFields() {
   TStrings body;
   for (int n = 1; n <= fieldCount_; ++n) {
     const std::string section = "Field:" + std::to_string(n);
-    sections_.Require(section, body);
+    RequireSection(sections_, section, body);
     ReadField(body, section + ".SQL", {});
   }
 }
@@ -379,7 +360,7 @@ void TStructureReader::ReadEditor(TDSField& field, const TStrings& body, const s
       field.ListEditor()->Values() = CommaList(body.Values("Values"));
       break;
     case etCustom: field.CustomEditor()->CustomData() = CommaList(body.Values("CustomData")); break;
-    case etSQL: sections_.Require(sqlSection, field.SQLEditor()->SQL()); break;
+    case etSQL: RequireSection(sections_, sqlSection, field.SQLEditor()->SQL()); break;
   }
 }
 
@@ -427,7 +408,7 @@ void TStructureReader::ReadGroups() {
   };
   TStrings body;
   for (int n = 1; n <= groupCount_; ++n) {
-    sections_.Require("FieldGroup" + std::to_string(n), body);
+    RequireSection(sections_, "FieldGroup" + std::to_string(n), body);
     target_.AddFieldGroup(body.Values("GroupName"));
     GroupFields.push_back(listed(body));
   }
