@@ -31,6 +31,10 @@ inline constexpr std::string_view NoDbStruct = "DbStruct is not specified";
 inline constexpr std::string_view InvalidDateTime = "'%s' is not a valid date and time";
 inline constexpr std::string_view InvalidPropertyValue = "Invalid property value";
 
+// SQL parser.
+inline constexpr std::string_view WrongSQL = "Wrong SQL statement";
+inline constexpr std::string_view LostBracket = "Lost bracket";
+
 // Metadata providers.
 inline constexpr std::string_view FieldCountTooSmall = "Field count must be >= 2";
 
