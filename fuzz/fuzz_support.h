@@ -3,9 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 
 #include "foundation/strings.h"
+#include "structure/structure.h"
 
 namespace ts4fuzz {
 
@@ -19,6 +21,16 @@ inline ts4::TStrings InputLines(const std::uint8_t* data, std::size_t size) {
   ts4::TStrings lines;
   lines.SetText(std::string_view(reinterpret_cast<const char*>(data), size));
   return lines;
+}
+
+/// The example structure, loaded once.
+inline ts4::TWDBStructure& ExampleStructure() {
+  static const std::unique_ptr<ts4::TWDBStructure> structure = [] {
+    auto loaded = std::make_unique<ts4::TWDBStructure>();
+    loaded->LoadFromFile(TS4_EXAMPLE_STRUCTURE);
+    return loaded;
+  }();
+  return *structure;
 }
 
 }  // namespace ts4fuzz

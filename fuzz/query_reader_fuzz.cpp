@@ -4,25 +4,13 @@
 // as it was.
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 
 #include "foundation/error.h"
 #include "fuzz_support.h"
 #include "query/query.h"
 #include "structure/structure.h"
 
-namespace {
-
-ts4::TWDBStructure& ExampleStructure() {
-  static const std::unique_ptr<ts4::TWDBStructure> structure = [] {
-    auto loaded = std::make_unique<ts4::TWDBStructure>();
-    loaded->LoadFromFile(TS4_EXAMPLE_STRUCTURE);
-    return loaded;
-  }();
-  return *structure;
-}
-
-}  // namespace
+using ts4fuzz::ExampleStructure;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const ts4::TStrings input = ts4fuzz::InputLines(data, size);

@@ -39,3 +39,4 @@ run() {
 run fuzz_structure_reader examples/data/*.str
 run fuzz_query_reader examples/data/*.qry
 run fuzz_captions_loader examples/data/*.qry examples/data/*.txt
+run fuzz_parse_sql examples/data/*.sql

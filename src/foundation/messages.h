@@ -30,6 +30,7 @@ inline constexpr std::string_view UnknownExprField = "Unknown field in expressio
 inline constexpr std::string_view NoDbStruct = "DbStruct is not specified";
 inline constexpr std::string_view InvalidDateTime = "'%s' is not a valid date and time";
 inline constexpr std::string_view InvalidPropertyValue = "Invalid property value";
+inline constexpr std::string_view UnreadableCondition = "No operator of the structure reads the condition %s";
 
 // SQL parser.
 inline constexpr std::string_view WrongSQL = "Wrong SQL statement";

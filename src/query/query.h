@@ -19,6 +19,8 @@ namespace ts4 {
 
 class TDSTable;
 class TSectionIndex;
+class TSQLBracket;
+class TSQLCondition;
 
 /// Called with every condition's finished SQL, which the handler may change.
 using TBuildSQLEvent = std::function<void(TFilterCond& condition, std::string& sqlExpr)>;
@@ -134,6 +136,26 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   /// The format version of the text loaded last (0 before any).
   [[nodiscard]] double LoadedVersion() const { return loadedVersion_; }
 
+  // ---- Reading SQL back (sqlimport/query_parse_sql.cpp) ---------------------------
+  /// Replaces the conditions, the result fields and the main table by those
+  /// of the SELECT statement; name, description, captions and settings
+  /// stay. All or nothing: on an error the query is left exactly as it was.
+  /// Raises EWQueryPanelError code 3 without a structure, ESQLParserError
+  /// for text the parser cannot read, EWQueryPanelError code 11 for a
+  /// condition on an expression no field has, code 14 for a condition no
+  /// operator reads, and code 10 for brackets nested too deep. DISTINCT and
+  /// result-field aliases are not taken over.
+  void ParseSQL(const TStrings& sql);
+  /// The same for text whose lines end in LF or CR LF.
+  void ParseSQL(std::string_view sql);
+  /// The operator of the structure that the parsed condition stands for,
+  /// with its values as written in the SQL; null when none reads it. A
+  /// sub-query value is also put into `subQueries` when it is given.
+  [[nodiscard]] TDSOperator* OperatorBySQLCond(const TSQLCondition& condition, std::string& value1,
+                                               std::string& value2, TStrings* subQueries = nullptr);
+  /// Fills the bracket (its link type and rows) from a parsed bracket.
+  void ProcessSQLBracket(TFilterBracket& bracket, const TSQLBracket& parsed);
+
   // ---- Events and observers -------------------------------------------------
   std::function<void(TWQuery&)> OnChange;
   std::function<void(TWQuery&)> OnParamListChange;
@@ -200,6 +222,10 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   void LoadTitlesFromQueryText(const TStrings& list, double version);
   /// Takes the content of a query that has just read a text.
   void TakeOverLoaded(TWQuery& loaded);
+  /// Takes the parameters, the rows and the result fields of the other query.
+  void TakeOverConditions(TWQuery& other);
+  /// A new query over the same structure with this one's settings, to read into.
+  void PrepareForReading(TWQuery& fresh) const;
   void WriteRows(TStrings& list) const;
   void ReadRows(TSectionIndex& reader);
 

@@ -132,18 +132,7 @@ void TWQuery::LoadFromStrings(const TStrings& list) {
     // text does not hold; only when it has been read completely does this
     // query take the content over.
     TWQuery loaded(structure_);
-    loaded.state_ = stLoading;
-    loaded.active_ = false;
-    loaded.result_->SetSQLSyntax(SQLSyntax());
-    loaded.result_->SetSQLOptions(SQLOptions());
-    loaded.result_->SetParamBase(result_->ParamBase());
-    loaded.result_->ResultFields().SetAutoAliases(result_->ResultFields().AutoAliases());
-    loaded.mainTableName_ = mainTableName_;
-    loaded.nonEmptyBrackets_ = nonEmptyBrackets_;
-    loaded.titles_ = titles_;
-    loaded.designTitles_ = designTitles_;
-    loaded.saveTitles_ = saveTitles_;
-    loaded.paramValues_ = paramValues_;
+    PrepareForReading(loaded);
     loaded.ReadQueryText(list);
     TakeOverLoaded(loaded);
   } catch (...) {
@@ -183,8 +172,22 @@ void TWQuery::ReadQueryText(const TStrings& list) {
   ReadRows(reader);
 }
 
-void TWQuery::TakeOverLoaded(TWQuery& loaded) {
-  BeginUpdate();
+void TWQuery::PrepareForReading(TWQuery& fresh) const {
+  fresh.state_ = stLoading;
+  fresh.active_ = false;
+  fresh.result_->SetSQLSyntax(SQLSyntax());
+  fresh.result_->SetSQLOptions(SQLOptions());
+  fresh.result_->SetParamBase(result_->ParamBase());
+  fresh.result_->ResultFields().SetAutoAliases(result_->ResultFields().AutoAliases());
+  fresh.mainTableName_ = mainTableName_;
+  fresh.nonEmptyBrackets_ = nonEmptyBrackets_;
+  fresh.titles_ = titles_;
+  fresh.designTitles_ = designTitles_;
+  fresh.saveTitles_ = saveTitles_;
+  fresh.paramValues_ = paramValues_;
+}
+
+void TWQuery::TakeOverConditions(TWQuery& other) {
   // The old parameters leave the list before the old rows go, so removing
   // the rows announces nothing: the new list is announced once, at the end
   // of the load. The old rows still point at them while observers are told.
@@ -192,12 +195,12 @@ void TWQuery::TakeOverLoaded(TWQuery& loaded) {
   result_->params_.Clear();
   root_->ClearRows();
   oldParams.Clear();
-  result_->params_ = std::move(loaded.result_->params_);
+  result_->params_ = std::move(other.result_->params_);
 
-  root_->SetLinkType(loaded.root_->LinkType());
-  root_->SetEnabled(loaded.root_->Enabled());
-  std::vector<std::unique_ptr<TFilterRow>> rows = std::move(loaded.root_->rows_);
-  loaded.root_->rows_.clear();
+  root_->SetLinkType(other.root_->LinkType());
+  root_->SetEnabled(other.root_->Enabled());
+  std::vector<std::unique_ptr<TFilterRow>> rows = std::move(other.root_->rows_);
+  other.root_->rows_.clear();
   for (std::unique_ptr<TFilterRow>& row : rows) {
     std::vector<TFilterRow*> pending = {row.get()};
     while (!pending.empty()) {
@@ -210,8 +213,12 @@ void TWQuery::TakeOverLoaded(TWQuery& loaded) {
     }
     root_->InsertRow(root_->GetRowCount(), std::move(row));
   }
+  result_->ResultFields().Assign(other.result_->ResultFields());
+}
 
-  result_->ResultFields().Assign(loaded.result_->ResultFields());
+void TWQuery::TakeOverLoaded(TWQuery& loaded) {
+  BeginUpdate();
+  TakeOverConditions(loaded);
   result_->SetSQLOptions(loaded.SQLOptions());
   queryName_ = std::move(loaded.queryName_);
   description_ = std::move(loaded.description_);

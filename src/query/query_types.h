@@ -51,6 +51,7 @@ enum TQueryErrorCode : std::int32_t {
   qecUnknownExprField = 11,
   qecInvalidDateValue = 12,
   qecInvalidPropertyValue = 13,
+  qecUnreadableCondition = 14,
 };
 
 /// Deepest bracket nesting a query accepts: a bracket directly under the

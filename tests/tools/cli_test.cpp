@@ -44,6 +44,8 @@ TEST(Cli, BadUsageGivesStatusTwoAndTheUsageLine) {
       {"sql", Structure, BigOrders, "--options", "soSelectDistinct,soFast"},
       {"sql", Structure, BigOrders, "--no-such-option"},
       {"sql", "-", "-"},
+      {"parse", Structure},
+      {"parse", "-", "-"},
       {"structure", Structure, "--syntax", "sql1"},
       {"--help", "sql"},
   };
@@ -123,6 +125,20 @@ TEST(Cli, PathListsTheAliases) {
   EXPECT_EQ(run.out, "C\nO\nI\nP\n");
 }
 
+TEST(Cli, ParseReadsTheStatementBackIntoAQueryText) {
+  const TRun sql = RunTool({"sql", Structure, Data + "/orders-to-chase.qry", "--syntax", "oracle"});
+  ASSERT_EQ(sql.status, 0) << sql.err;
+  const TRun parsed = RunTool({"parse", Structure, "-"}, sql.out);
+  ASSERT_EQ(parsed.status, 0) << parsed.err;
+  EXPECT_EQ(parsed.out.rfind("[Main]\n", 0), 0u) << parsed.out;
+  EXPECT_NE(parsed.out.find("\n[RFields]\n"), std::string::npos);
+  // The query text it printed writes the same statement.
+  const TRun again =
+      RunTool({"sql", Structure, "-", "--syntax", "oracle", "--options", "soSelectDistinct"}, parsed.out);
+  ASSERT_EQ(again.status, 0) << again.err;
+  EXPECT_EQ(again.out, sql.out);
+}
+
 TEST(Cli, LibraryErrorsGiveStatusOneAndTheMessage) {
   std::string broken = ReadText(Structure);
   const std::size_t at = broken.find("Operators=Equal");
@@ -136,6 +152,12 @@ TEST(Cli, LibraryErrorsGiveStatusOneAndTheMessage) {
       {{"structure", Data + "/missing.str"}, "", "ts4: Cannot open file \"" + Data + "/missing.str\"\n"},
       {{"sql", "-", BigOrders}, broken, "ts4: Operator not found: Foo\n"},
       {{"path", Structure, "C", "X"}, "", "ts4: No such table X\n"},
+      {{"parse", Structure, "-"},
+       "SELECT *\nFROM CUSTOMERS C\nWHERE (C.CITY = 'a' C.CITY = 'b')",
+       "ts4: Lost bracket\r\nLine:3\n"},
+      {{"parse", Structure, "-"},
+       "SELECT * FROM CUSTOMERS C WHERE C.NOPE = 1",
+       "ts4: Unknown field in expression: C.NOPE\n"},
   };
   for (const auto& c : cases) {
     const TRun run = RunTool(c.args, c.input);

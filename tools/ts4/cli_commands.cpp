@@ -46,6 +46,17 @@ void RunSql(const TCliRequest& request, std::istream& in, TStrings& out) {
   out.AddStrings(query.QResult().GetSQL());
 }
 
+// The statement read into a new query, written as a query text without
+// the captions block: it starts with [Main].
+void RunParse(const TCliRequest& request, std::istream& in, TStrings& out) {
+  TWDBStructure structure;
+  LoadStructure(structure, request.Arguments[0], in);
+  TWQuery query(&structure);
+  query.ParseSQL(ReadLines(request.Arguments[1], in));
+  query.SetSaveTitles(false);
+  query.SaveToStrings(out);
+}
+
 void RunPath(const TCliRequest& request, std::istream& in, TStrings& out) {
   TWDBStructure structure;
   LoadStructure(structure, request.Arguments[0], in);
@@ -65,6 +76,7 @@ void RunCommand(const TCliRequest& request, std::istream& in, TStrings& out) {
       break;
     }
     case TCommand::Path: RunPath(request, in, out); break;
+    case TCommand::Parse: RunParse(request, in, out); break;
     case TCommand::Help:
     case TCommand::Version: break;
   }

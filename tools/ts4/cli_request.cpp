@@ -34,10 +34,11 @@ struct TCommandShape {
   int ArgumentCount;
 };
 
-constexpr std::array<TCommandShape, 3> Commands = {{
+constexpr std::array<TCommandShape, 4> Commands = {{
     {"sql", TCommand::Sql, 2},
     {"structure", TCommand::Structure, 1},
     {"path", TCommand::Path, 3},
+    {"parse", TCommand::Parse, 2},
 }};
 
 std::string ToStd(const QString& text) {
@@ -74,22 +75,26 @@ TParseOutcome Bad(std::string error) {
 
 std::string UsageLine() {
   return "usage: ts4 sql STRUCTURE QUERY [--syntax sql1|sql2|oracle] [--options LIST] [--main-table NAME]"
-         " | ts4 structure STRUCTURE | ts4 path STRUCTURE ALIAS1 ALIAS2 | ts4 --help | ts4 --version";
+         " | ts4 parse STRUCTURE SQLFILE | ts4 structure STRUCTURE | ts4 path STRUCTURE ALIAS1 ALIAS2"
+         " | ts4 --help | ts4 --version";
 }
 
 std::string HelpText() {
   return "Usage:\n"
          "  ts4 sql STRUCTURE QUERY [--syntax sql1|sql2|oracle] [--options LIST] [--main-table NAME]\n"
+         "  ts4 parse STRUCTURE SQLFILE\n"
          "  ts4 structure STRUCTURE\n"
          "  ts4 path STRUCTURE ALIAS1 ALIAS2\n"
          "  ts4 --help | ts4 --version\n"
          "\n"
          "Commands:\n"
          "  sql        load the structure and the query over it, and print the query's SQL\n"
+         "  parse      read the SELECT statement into a query over the structure, and print\n"
+         "             the query as the query writer writes it (without captions)\n"
          "  structure  load the structure and print it as the structure writer writes it\n"
          "  path       print the aliases of the tables on the path from ALIAS1 to ALIAS2\n"
          "\n"
-         "STRUCTURE and QUERY are text files; '-' reads standard input.\n"
+         "STRUCTURE, QUERY and SQLFILE are text files; '-' reads standard input.\n"
          "\n"
          "Options of sql:\n"
          "  --syntax sql1|sql2|oracle  join syntax (default sql2)\n"
@@ -136,7 +141,8 @@ TParseOutcome ParseCommandLine(const std::vector<std::string>& args) {
 
   request.Command = shape->Command;
   for (qsizetype i = 1; i < positional.size(); ++i) request.Arguments.push_back(ToStd(positional[i]));
-  if (shape->Command == TCommand::Sql && request.Arguments[0] == "-" && request.Arguments[1] == "-")
+  const bool twoFiles = shape->Command == TCommand::Sql || shape->Command == TCommand::Parse;
+  if (twoFiles && request.Arguments[0] == "-" && request.Arguments[1] == "-")
     return Bad("only one file can be read from standard input");
   if (parser.isSet(syntax)) {
     const std::string value = ToStd(parser.value(syntax));

@@ -11,7 +11,7 @@ namespace ts4::cli {
 
 /// What the command line asks for, checked for usage but not yet run.
 struct TCliRequest {
-  enum class TCommand { Help, Version, Sql, Structure, Path };
+  enum class TCommand { Help, Version, Sql, Structure, Path, Parse };
   TCommand Command = TCommand::Help;
   /// The files (or "-") and, for path, the two aliases, in order.
   std::vector<std::string> Arguments;
