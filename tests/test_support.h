@@ -38,6 +38,12 @@ inline ts4::TStrings StringsOf(const std::vector<std::string>& lines) {
   return list;
 }
 
+inline ts4::TStrings StringsOfFile(const std::string& file) {
+  ts4::TStrings list;
+  list.LoadFromFile(file);
+  return list;
+}
+
 /// Checks that the expected lines occur in the list in this order, other lines between them allowed.
 inline void ExpectLinesInOrder(const ts4::TStrings& list, const std::vector<std::string>& expected) {
   std::size_t found = 0;

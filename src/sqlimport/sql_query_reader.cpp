@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cctype>
 #include <cstdint>
 
 #include "foundation/error.h"
@@ -168,25 +169,59 @@ TDSField* TSQLQueryReader::FieldBySQL(std::string_view expr) const {
     return it != fieldsByColumn_.end() ? it->second : nullptr;
   }
   // A column qualified by the statement's own alias for a table, or by the table's name.
-  const std::string_view qualifier = std::string_view(key).substr(0, dot);
   std::string column = key.substr(dot + 1);
-  if (IsQuoted(column) || (column.size() >= 2 && column.front() == '"' && column.back() == '"'))
+  if (column.size() >= 2 && column.front() == '"' && column.back() == '"')
     column = column.substr(1, column.size() - 2);
-  const TDSTable* table = nullptr;
-  if (tables_ != nullptr) {
-    for (const TSQLTable* parsed : *tables_) {
-      if (!SameText(parsed->Alias, qualifier)) continue;
-      std::string_view name = parsed->TableName;
-      table = structure_.TableByName(tsName, name);
-      if (table == nullptr && name.rfind('.') != std::string_view::npos)
-        table = structure_.TableByName(tsName, name.substr(name.rfind('.') + 1));  // owner.table
-      break;
-    }
-  }
-  if (table == nullptr) table = structure_.TableByName(tsName, qualifier);
+  const TDSTable* table = TableOfQualifier(std::string_view(key).substr(0, dot));
   if (table == nullptr) return nullptr;
   auto it = fieldsBySQL_.find(TableColumnKey(table, column));
   return it != fieldsBySQL_.end() ? it->second : nullptr;
+}
+
+TDSTable* TSQLQueryReader::TableOfQualifier(std::string_view qualifier) const {
+  if (tables_ != nullptr) {
+    for (const TSQLTable* parsed : *tables_) {
+      if (!SameText(parsed->Alias, qualifier)) continue;
+      const std::string_view name = parsed->TableName;
+      if (TDSTable* table = structure_.TableByName(tsName, name)) return table;
+      const std::size_t dot = name.rfind('.');  // owner.table
+      if (dot != std::string_view::npos) return structure_.TableByName(tsName, name.substr(dot + 1));
+      return nullptr;
+    }
+  }
+  return structure_.TableByName(tsName, qualifier);
+}
+
+std::string TSQLQueryReader::InStructureAliases(std::string_view expr) const {
+  const auto isName = [](char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '$' || c == '#' ||
+           static_cast<unsigned char>(c) >= 0x80;
+  };
+  std::string result;
+  result.reserve(expr.size());
+  std::size_t i = 0;
+  while (i < expr.size()) {
+    const char c = expr[i];
+    if (c == '\'' || c == '"') {  // strings and quoted names are copied whole
+      std::size_t close = expr.find(c, i + 1);
+      close = close == std::string_view::npos ? expr.size() : close + 1;
+      result.append(expr.substr(i, close - i));
+      i = close;
+      continue;
+    }
+    if (!isName(c) || (i > 0 && (isName(expr[i - 1]) || expr[i - 1] == '.'))) {
+      result += c;
+      ++i;
+      continue;
+    }
+    std::size_t end = i;
+    while (end < expr.size() && isName(expr[end])) ++end;
+    const std::string_view word = expr.substr(i, end - i);
+    const TDSTable* table = end < expr.size() && expr[end] == '.' ? TableOfQualifier(word) : nullptr;
+    result.append(table != nullptr && !table->Alias().empty() ? std::string_view(table->Alias()) : word);
+    i = end;
+  }
+  return result;
 }
 
 TDSOperator* TSQLQueryReader::Match(const TSQLCondition& condition, bool negated, const TDSField* field,
@@ -299,7 +334,7 @@ void TSQLQueryReader::ReadResultFields(const TWParserResult& parsed) const {
     const TSortingType sorting = field->SortOrder == 1   ? stAscending
                                  : field->SortOrder == 2 ? stDescending
                                                          : stNoSort;
-    TResultField* added = list.AddBySQLExpr(field->SQLExpr, sorting);
+    TResultField* added = list.AddBySQLExpr(InStructureAliases(field->SQLExpr), sorting);
     added->SetSortOrder(field->SortIndex);
   }
 }

@@ -69,6 +69,11 @@ class TSQLQueryReader {
   [[nodiscard]] std::string ValueFromSQL(TFieldType type, const TDSOperator& op, std::string_view raw,
                                          bool bare) const;
   [[nodiscard]] bool IsJoinCondition(const TSQLConditionNode& node) const;
+  /// The structure table the statement names by that alias or name, or null.
+  [[nodiscard]] TDSTable* TableOfQualifier(std::string_view qualifier) const;
+  /// The expression with names qualified by the statement's own table
+  /// aliases ("cu.CITY") qualified by the structure's instead ("C.CITY").
+  [[nodiscard]] std::string InStructureAliases(std::string_view expr) const;
 
   TWQuery& query_;
   TWCustomDBStructure& structure_;

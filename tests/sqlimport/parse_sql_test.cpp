@@ -65,6 +65,36 @@ TEST(ParseSQL, ReadsTheStatementsOwnTableAliases) {
             "all[City Equal (Riga), Status Equal (O)]");
 }
 
+TEST(ParseSQL, ReadsAStatementWrittenByHand) {
+  TWQuery query(&SalesStructure());
+  query.SetSQLOptions({});
+  query.ParseSQL(std::string_view(ts4test::StringsOfFile(TS4_EXAMPLE_DATA "/hand-written.sql").Text()));
+  EXPECT_EQ(Describe(query.Root()),
+            "all[Country NotEqual (Germany), none[Status InList (C,X)], none[Ship date IsNull], "
+            "any[Order date Between (2024-01-01) (2024-06-30), Order total GreaterOrEqual (1000)], "
+            "Company Contains (Trading)]");
+  EXPECT_EQ(query.GetQueryText(),
+            "SELECT C.COMPANY, C.CITY, O.TOTAL\r\n"
+            "FROM CUSTOMERS C\r\n"
+            "     LEFT OUTER JOIN ORDERS O ON (C.CUST_ID=O.CUST_ID)\r\n"
+            "WHERE\r\n"
+            " (\r\n"
+            "C.COUNTRY <> 'Germany' AND\r\n"
+            " NOT (\r\n"
+            "O.STATUS in ('C','X')\r\n"
+            ") AND\r\n"
+            " NOT (\r\n"
+            "O.SHIP_DATE is null\r\n"
+            ") AND\r\n"
+            " (\r\n"
+            "O.ORDER_DATE between '2024-01-01' and '2024-06-30' OR\r\n"
+            "O.TOTAL >= 1000\r\n"
+            ") AND\r\n"
+            "C.COMPANY like '%Trading%'\r\n"
+            ")\r\n"
+            "ORDER BY 2 ASC, 3 DESC");
+}
+
 TEST(ParseSQL, NegatedGroupsAndConditionsBecomeNoneAndNotAllBrackets) {
   const struct {
     std::string_view Where;
@@ -87,6 +117,7 @@ TEST(ParseSQL, NegatedGroupsAndConditionsBecomeNoneAndNotAllBrackets) {
 
 TEST(ParseSQL, ReadsResultFieldsWithTheirSortingButNotTheirAliases) {
   TWQuery query(&SalesStructure());
+  query.SetSQLOptions({});
   query.ParseSQL(
       "SELECT DISTINCT P.CATEGORY, SUM(I.QUANTITY * I.UNIT_PRICE) as \"Sales\", C.CITY\r\n"
       "FROM CUSTOMERS C\r\n"
@@ -103,7 +134,16 @@ TEST(ParseSQL, ReadsResultFieldsWithTheirSortingButNotTheirAliases) {
   EXPECT_EQ(fields[1]->Sorting(), stDescending);
   EXPECT_EQ(fields[1]->SortOrder(), 1);
   EXPECT_EQ(fields[2]->Sorting(), stNoSort);
-  EXPECT_FALSE(query.SQLOptions().Contains(soSelectDistinct));  // DISTINCT is not taken over
+  EXPECT_FALSE(query.SQLOptions().Contains(soSelectDistinct));  // DISTINCT is not taken over...
+  query.SetSQLOptions({soSelectDistinct});
+  query.ParseSQL("SELECT C.CITY FROM CUSTOMERS C");
+  EXPECT_TRUE(query.SQLOptions().Contains(soSelectDistinct));  // ...nor is its absence
+  query.SetSQLOptions({});
+  query.ParseSQL(
+      "SELECT DISTINCT P.CATEGORY, SUM(I.QUANTITY * I.UNIT_PRICE) as \"Sales\", C.CITY\r\n"
+      "FROM CUSTOMERS C\r\n"
+      "GROUP BY P.CATEGORY, C.CITY\r\n"
+      "ORDER BY 2 DESC, 1 ASC\r\n");
   EXPECT_EQ(query.GetQueryText(),
             "SELECT P.CATEGORY, SUM(I.QUANTITY * I.UNIT_PRICE), C.CITY\r\n"
             "FROM CUSTOMERS C\r\n"
@@ -116,6 +156,7 @@ TEST(ParseSQL, ReadsResultFieldsWithTheirSortingButNotTheirAliases) {
 
 TEST(ParseSQL, SelectStarWithOrderByNamesOnlySorts) {
   TWQuery query(&SalesStructure());
+  query.SetSQLOptions({});
   query.ParseSQL("select * from CUSTOMERS C order by C.CITY desc, C.COMPANY");
   const TRFieldList& fields = query.QResult().ResultFields();
   EXPECT_TRUE(fields.JustSorting());
@@ -127,6 +168,7 @@ TEST(ParseSQL, SelectStarWithOrderByNamesOnlySorts) {
 
 TEST(ParseSQL, TheFirstTableBecomesTheMainTableUnlessItIsTheDefault) {
   TWQuery query(&SalesStructure());
+  query.SetSQLOptions({});
   query.ParseSQL("SELECT O.ORDER_ID FROM ORDERS O WHERE C.CITY = 'Riga'");
   EXPECT_EQ(query.MainTableName(), "ORDERS");
   EXPECT_EQ(
