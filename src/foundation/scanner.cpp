@@ -1,1 +1,317 @@
-// placeholder
+#include "foundation/scanner.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <unordered_set>
+
+#include "foundation/string_utils.h"
+
+namespace ts4 {
+namespace {
+
+constexpr std::size_t npos = static_cast<std::size_t>(-1);
+
+// What a byte can be in SQL text. Bytes of multi-byte UTF-8 characters count
+// as letters, so names in any script read as words.
+enum TCharClass : std::uint8_t {
+  ccOther,     // a symbol
+  ccBlank,     // up to the blank, control characters and NUL included
+  ccLetter,    // starts and continues a word
+  ccDigit,     // starts a number, continues a word
+  ccWordTail,  // "$" and "#": continue a word only
+};
+
+constexpr std::array<TCharClass, 256> MakeCharClasses() {
+  std::array<TCharClass, 256> classes{};
+  for (int c = 0; c < 256; ++c) {
+    if (c <= ' ')
+      classes[c] = ccBlank;
+    else if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c >= 0x80)
+      classes[c] = ccLetter;
+    else if (c >= '0' && c <= '9')
+      classes[c] = ccDigit;
+    else if (c == '$' || c == '#')
+      classes[c] = ccWordTail;
+    else
+      classes[c] = ccOther;
+  }
+  return classes;
+}
+
+constexpr std::array<TCharClass, 256> CharClasses = MakeCharClasses();
+
+TCharClass ClassOf(char c) {
+  return CharClasses[static_cast<unsigned char>(c)];
+}
+
+bool IsLineBreak(char c) {
+  return c == '\r' || c == '\n';
+}
+
+// Line breaks in s[from, to): CR LF, LF and a lone CR each end a line.
+int CountBreaks(std::string_view s, std::size_t from, std::size_t to) {
+  int breaks = 0;
+  for (std::size_t i = from; i < to; ++i) {
+    if (s[i] == '\n' || (s[i] == '\r' && (i + 1 >= s.size() || s[i + 1] != '\n'))) ++breaks;
+  }
+  return breaks;
+}
+
+bool IsTwoCharOperator(char a, char b) {
+  return (a == '<' && (b == '>' || b == '=')) || (a == '!' && b == '=') || (a == '>' && b == '=');
+}
+
+// The words of a comma-separated list, blanks around them dropped.
+std::vector<std::string_view> SplitList(std::string_view list) {
+  std::vector<std::string_view> words;
+  while (!list.empty()) {
+    const std::size_t comma = list.find(',');
+    const std::string_view word = Trim(list.substr(0, comma));
+    if (!word.empty()) words.push_back(word);
+    if (comma == std::string_view::npos) break;
+    list.remove_prefix(comma + 1);
+  }
+  return words;
+}
+
+// Look-up tables are kept for the few pairs and lists a parser asks about;
+// an unusual caller asking about many only drops the oldest.
+constexpr std::size_t MaxCachedTables = 4;
+
+}  // namespace
+
+void TWScanner::SetSource(const TStrings& lines) {
+  source_.clear();
+  std::size_t size = 0;
+  for (const std::string& line : lines) size += line.size() + 2;
+  source_.reserve(size);
+  for (int i = 0; i < lines.Count(); ++i) {
+    if (i > 0) source_ += "\r\n";
+    source_ += lines[i];
+  }
+  text_.clear();
+  tokens_.clear();
+  pairTables_.clear();
+  hitTables_.clear();
+  lastLine_ = 1;
+  current_ = 0;
+  tokenized_ = false;
+}
+
+void TWScanner::Prepare() {
+  if (tokenized_) return;
+  Tokenize();
+  tokenized_ = true;
+  if (current_ > tokens_.size()) current_ = tokens_.size();
+}
+
+void TWScanner::Tokenize() {
+  // One pass over the whole text. A token is a pair of offsets into the
+  // source; its normalised text is the same range of text_, a copy of the
+  // source in which the words are lower-cased, so no token allocates.
+  tokens_.clear();
+  pairTables_.clear();
+  hitTables_.clear();
+  text_ = source_;
+
+  std::vector<std::string> words;
+  for (const std::string& word : keywords_) words.push_back(LowerCase(word));
+  const std::unordered_set<std::string_view> keywords(words.begin(), words.end());
+
+  const std::string_view s = source_;
+  const std::size_t n = s.size();
+  int line = 1;
+  std::size_t p = 0;
+  auto add = [this](std::size_t start, std::size_t end, int startLine, TTokenType type) {
+    tokens_.push_back(TToken{start, end, startLine, type});
+  };
+
+  while (p < n) {
+    const char c = s[p];
+    const TCharClass cls = ClassOf(c);
+    const std::size_t start = p;
+    const char next = p + 1 < n ? s[p + 1] : '\0';
+
+    if (cls == ccBlank) {
+      if (c == '\n' || (c == '\r' && next != '\n')) ++line;
+      ++p;
+    } else if (c == '-' && next == '-') {
+      while (p < n && !IsLineBreak(s[p])) ++p;
+    } else if (c == '/' && next == '*') {
+      const std::size_t close = s.find("*/", p + 2);
+      p = close == std::string_view::npos ? n : close + 2;
+      line += CountBreaks(s, start, p);
+    } else if (c == '\'') {
+      // A doubled quote stands for one; an unclosed string runs to the end.
+      ++p;
+      while (p < n) {
+        if (s[p] != '\'') {
+          ++p;
+        } else if (p + 1 < n && s[p + 1] == '\'') {
+          p += 2;
+        } else {
+          ++p;
+          break;
+        }
+      }
+      add(start, p, line, ttString);
+      line += CountBreaks(s, start, p);
+    } else if (c == '"') {
+      // The quote, the name up to the next lone quote on the line as one
+      // token (doubled quotes kept in it), and the closing quote if any.
+      add(p, p + 1, line, ttQuote);
+      ++p;
+      std::size_t q = p;
+      bool closed = false;
+      while (q < n && !IsLineBreak(s[q])) {
+        if (s[q] == '"') {
+          if (q + 1 < n && s[q + 1] == '"') {
+            q += 2;
+            continue;
+          }
+          closed = true;
+          break;
+        }
+        ++q;
+      }
+      if (q > p) add(p, q, line, ttIdentifier);
+      if (closed) {
+        add(q, q + 1, line, ttQuote);
+        ++q;
+      }
+      p = q;
+    } else if (cls == ccLetter) {
+      while (p < n && ClassOf(s[p]) != ccBlank && ClassOf(s[p]) != ccOther) {
+        if (s[p] >= 'A' && s[p] <= 'Z') text_[p] = static_cast<char>(s[p] - 'A' + 'a');
+        ++p;
+      }
+      const bool keyword = keywords.contains(std::string_view(text_).substr(start, p - start));
+      add(start, p, line, keyword ? ttKeyword : ttIdentifier);
+    } else if (cls == ccDigit) {
+      while (p < n && ClassOf(s[p]) == ccDigit) ++p;
+      TTokenType type = ttNumber;
+      if (p + 1 < n && s[p] == '.' && ClassOf(s[p + 1]) == ccDigit) {
+        p += 2;
+        while (p < n && ClassOf(s[p]) == ccDigit) ++p;
+        type = ttFloat;
+      }
+      add(start, p, line, type);
+    } else {
+      p += IsTwoCharOperator(c, next) ? 2 : 1;
+      add(start, p, line, ttSymbol);
+    }
+  }
+  lastLine_ = line;
+}
+
+void TWScanner::FirstToken() {
+  Prepare();
+  current_ = 0;
+}
+
+void TWScanner::NextToken() {
+  Prepare();
+  if (current_ < tokens_.size()) ++current_;
+}
+
+std::string_view TWScanner::GetRealStr() const {
+  if (EOS()) return {};
+  const TToken& token = tokens_[current_];
+  return std::string_view(source_).substr(token.Start, token.End - token.Start);
+}
+
+int TWScanner::GetTokLine() const {
+  return EOS() ? lastLine_ : tokens_[current_].Line;
+}
+
+bool TWScanner::ScanToPair(std::string_view open, std::string_view close, std::string_view skip,
+                           std::string_view list) {
+  // Both answers come from tables built once per pair and list, so a parser
+  // that asks at every bracket of a deeply nested text stays linear.
+  Prepare();
+  if (EOS() || GetTokStr() != open) return false;
+  const std::size_t match = Pairs(open, close)[current_];
+  if (match == npos) return false;
+  return Hits(skip, list)[current_ + 1] < match;
+}
+
+// The tables below look at every token of a text that may be megabytes
+// long, so a token is first told apart by its length and first byte.
+bool TWScanner::TokenIs(std::size_t index, std::string_view word) const {
+  const TToken& token = tokens_.data()[index];
+  const std::size_t size = word.size();
+  const char* text = text_.data() + token.Start;
+  return token.End - token.Start == size && size > 0 && text[0] == word[0] &&
+         (size == 1 || std::memcmp(text, word.data(), size) == 0);
+}
+
+const std::vector<std::size_t>& TWScanner::Pairs(std::string_view open, std::string_view close) {
+  for (const TPairTable& table : pairTables_) {
+    if (table.Open == open && table.Close == close) return table.Match;
+  }
+  if (pairTables_.size() >= MaxCachedTables) pairTables_.erase(pairTables_.begin());
+  TPairTable& table = pairTables_.emplace_back();
+  table.Open = open;
+  table.Close = close;
+  table.Match.assign(tokens_.size(), npos);
+  // Testing close first pairs consecutive tokens when open and close are the same.
+  std::size_t* match = table.Match.data();
+  std::vector<std::size_t> opened;
+  for (std::size_t i = 0; i < tokens_.size(); ++i) {
+    if (!opened.empty() && TokenIs(i, close)) {
+      match[opened.back()] = i;
+      opened.pop_back();
+    } else if (TokenIs(i, open)) {
+      opened.push_back(i);
+    }
+  }
+  return table.Match;
+}
+
+const std::vector<std::size_t>& TWScanner::Hits(std::string_view skip, std::string_view list) {
+  for (const THitTable& table : hitTables_) {
+    if (table.Skip == skip && table.List == list) return table.First;
+  }
+  if (hitTables_.size() >= MaxCachedTables) hitTables_.erase(hitTables_.begin());
+  THitTable& table = hitTables_.emplace_back();
+  table.Skip = skip;
+  table.List = list;
+  const std::vector<std::string_view> words = SplitList(list);
+  std::array<bool, 256> starts{};
+  for (std::string_view word : words) starts[static_cast<unsigned char>(word.front())] = true;
+  // Backwards, with the answer for each of the two states a scan can be in
+  // at the next token: nothing pending, or a skip word waiting to swallow
+  // the next list word.
+  table.First.assign(tokens_.size() + 1, npos);
+  std::size_t idle = npos;
+  std::size_t pending = npos;
+  for (std::size_t i = tokens_.size(); i-- > 0;) {
+    bool listed = false;
+    if (starts[static_cast<unsigned char>(text_.data()[tokens_.data()[i].Start])]) {
+      for (std::string_view word : words) listed = listed || TokenIs(i, word);
+    }
+    if (listed) {
+      pending = idle;
+      idle = i;
+    } else if (TokenIs(i, skip)) {
+      idle = pending;
+    }
+    table.First.data()[i] = idle;
+  }
+  return table.First;
+}
+
+void TWScanner::ExtractPiece(const TWScannerBookmark& from, const TWScannerBookmark& to, std::string& text,
+                             bool includeTo) const {
+  // The piece ends with its last token, so a comment after it stays out.
+  text.clear();
+  const std::size_t count = tokens_.size();
+  if (from.Token >= count || to.Token <= from.Token) return;
+  const std::size_t last = to.Token < count && includeTo ? to.Token : std::min(to.Token, count) - 1;
+  const std::size_t begin = tokens_[from.Token].Start;
+  const std::size_t end = tokens_[last].End;
+  text = Trim(std::string_view(source_).substr(begin, end - begin));
+}
+
+}  // namespace ts4

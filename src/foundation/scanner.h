@@ -39,32 +39,43 @@ struct TWScannerBookmark {
 /// of its own, and the text up to the next lone double quote on that line is
 /// handed over as one identifier token, so a parser joins a quoted name from
 /// the tokens between two double quotes. Words are letters, digits, "_",
-/// "$", "#" and any byte of a multi-byte character, starting with no digit.
-/// "<>", "!=", "<=" and ">=" are single tokens; every other symbol is a
-/// token of one character.
+/// "$", "#" and any byte of a multi-byte character, starting with a letter,
+/// "_" or such a byte; digits make a number, digits with a decimal point a
+/// float. "<>", "!=", "<=" and ">=" are single tokens; every other symbol is
+/// a token of one character. Every byte up to the blank separates tokens.
+/// The other source styles read text by the same rules.
 class TWScanner {
  public:
   TWScanner() = default;
 
   void SetSourceStyle(TSourceStyle style) { style_ = style; }
   [[nodiscard]] TSourceStyle SourceStyle() const { return style_; }
-  /// Words (any case) that are reported as ttKeyword.
-  [[nodiscard]] TStrings& Keywords() { return keywords_; }
+  /// Words (any case) that are reported as ttKeyword; a change applies
+  /// from the next move.
+  [[nodiscard]] TStrings& Keywords() {
+    tokenized_ = false;
+    return keywords_;
+  }
   /// The text to scan; the scanner keeps its own copy of the lines.
   void SetSource(const TStrings& lines);
 
-  /// Positions on the first token.
+  /// Positions on the first token. The source is split into tokens on the
+  /// first move after SetSource.
   void FirstToken();
   /// Moves to the next token; at the end it stays there.
   void NextToken();
   /// True when no token is left.
-  [[nodiscard]] bool EOS() const;
+  [[nodiscard]] bool EOS() const { return current_ >= tokens_.size(); }
   /// The current token normalised: words in lower case, symbols, strings and
   /// numbers as written; empty at the end.
-  [[nodiscard]] std::string_view GetTokStr() const;
+  [[nodiscard]] std::string_view GetTokStr() const {
+    if (EOS()) return {};
+    const TToken& token = tokens_[current_];
+    return {text_.data() + token.Start, token.End - token.Start};
+  }
   /// The current token exactly as written.
   [[nodiscard]] std::string_view GetRealStr() const;
-  [[nodiscard]] TTokenType GetTokType() const;
+  [[nodiscard]] TTokenType GetTokType() const { return EOS() ? ttEnd : tokens_[current_].Type; }
   /// 1-based line of the current token (the last line at the end).
   [[nodiscard]] int GetTokLine() const;
 
@@ -77,39 +88,51 @@ class TWScanner {
                                 std::string_view list);
 
   void GetBookmark(TWScannerBookmark& bookmark) const { bookmark.Token = current_; }
-  /// The source text from the token marked `from` up to the token marked
-  /// `to` (the end of the text when `to` is at the end), spacing and case as
-  /// written, lines joined by CR LF, blanks trimmed at both ends. With
-  /// `includeTo` the token marked `to` is part of the text.
+  /// The source text from the token marked `from` to the last token before
+  /// the one marked `to` (the last token of the text when `to` is at the
+  /// end), spacing, case and comments between them as written, lines joined
+  /// by CR LF, blanks trimmed at both ends. With `includeTo` the token marked
+  /// `to` is part of the text. Empty when `to` is not after `from`.
   void ExtractPiece(const TWScannerBookmark& from, const TWScannerBookmark& to, std::string& text,
                     bool includeTo) const;
 
  private:
   struct TToken {
-    int Line = 0;           // 0-based index into lines_
-    std::size_t Start = 0;  // byte offset of the first character on that line
-    int EndLine = 0;        // a string may end on a later line
-    std::size_t End = 0;    // offset just past the last character on EndLine
-    std::size_t Text = 0;   // offset of the normalised text in text_
-    std::size_t Length = 0;
+    std::size_t Start = 0;  // byte offset in source_
+    std::size_t End = 0;    // offset just past the token
+    int Line = 1;           // 1-based line of its first character
     TTokenType Type = ttEnd;
   };
+  // The matching close of every token for one open/close pair (npos when none).
+  struct TPairTable {
+    std::string Open;
+    std::string Close;
+    std::vector<std::size_t> Match;
+  };
+  // For one skip word and word list: the first counted list word at or after
+  // each token, starting with no skip pending (npos when none).
+  struct THitTable {
+    std::string Skip;
+    std::string List;
+    std::vector<std::size_t> First;
+  };
 
+  void Prepare();
   void Tokenize();
-  [[nodiscard]] const TToken* Current() const;
-  [[nodiscard]] std::size_t MatchOf(std::size_t open, std::string_view openText, std::string_view closeText);
+  [[nodiscard]] bool TokenIs(std::size_t index, std::string_view word) const;
+  [[nodiscard]] const std::vector<std::size_t>& Pairs(std::string_view open, std::string_view close);
+  [[nodiscard]] const std::vector<std::size_t>& Hits(std::string_view skip, std::string_view list);
 
   TSourceStyle style_ = TSourceStyle::ssSQLText;
   TStrings keywords_;
-  std::vector<std::string> lines_;
+  std::string source_;  // the lines joined by CR LF
+  std::string text_;    // source_ with every word lower-cased: the normalised tokens
   std::vector<TToken> tokens_;
-  std::string text_;  // normalised text of every token, back to back
+  int lastLine_ = 1;
   std::size_t current_ = 0;
   bool tokenized_ = false;
-  // Matching close of each open token, for the pair last asked about.
-  std::string matchOpen_;
-  std::string matchClose_;
-  std::vector<std::size_t> match_;
+  std::vector<TPairTable> pairTables_;
+  std::vector<THitTable> hitTables_;
 };
 
 }  // namespace ts4

@@ -63,7 +63,8 @@ using TSQLConditionNodeList = TWObjectList<TSQLConditionNode>;
 /// Conditions and brackets joined by one word.
 class TSQLBracket final : public TSQLConditionNode {
  public:
-  /// A new bracket appended to `parent` (owned by it), or a free one.
+  /// A new bracket appended to `parent` (owned by it), or for no parent a
+  /// free one that the caller owns.
   static TSQLBracket* Create(TSQLBracket* parent);
   [[nodiscard]] bool IsBracket() const override { return true; }
 
@@ -79,7 +80,8 @@ class TSQLBracket final : public TSQLConditionNode {
 /// A comparison: left side, operator and right side as written.
 class TSQLCondition final : public TSQLConditionNode {
  public:
-  /// A new condition appended to `parent` (owned by it).
+  /// A new condition appended to `parent` (owned by it), or for no parent a
+  /// free one that the caller owns.
   static TSQLCondition* Create(TSQLBracket* parent);
   [[nodiscard]] bool IsBracket() const override { return false; }
 

@@ -1,1 +1,515 @@
-// placeholder
+// Reads one SELECT statement, as the query builder writes it or close to it:
+//
+//   SELECT [DISTINCT] * | item {, item}       item: expression [AS alias]
+//   FROM table {, table}                      table: name [alias] {join}
+//   [WHERE condition]
+//   [GROUP BY expression {, expression}]      checked, not kept
+//   [ORDER BY number [ASC | DESC] {, ...}  |  expression [ASC | DESC] {, ...}]
+//   anything after the last clause, or after a ";" where a clause may end, is ignored
+//
+//   name        [owner .] name, each part a word or a name in double quotes;
+//               opening brackets before it and closing ones after it are skipped
+//   join        [INNER | LEFT [OUTER] | RIGHT [OUTER] | FULL [OUTER]] JOIN name
+//               [alias] ON condition; the condition is read and dropped, since
+//               the builder derives joins from the links of its structure
+//   condition   terms joined by OR; a term is factors joined by AND; a factor is
+//               any number of NOT, then either a group "(" condition ")" holding
+//               an AND or OR of its own, or a comparison
+//   comparison  any number of NOT and brackets around
+//               operand [NOT] operator operand [AND operand]   (AND after BETWEEN)
+//   operand     the text as written up to an operator word, AND, OR, a keyword,
+//               a ";", a NOT after its first token, or a ")" that closes an
+//               outer bracket; a sub-query "(select ...)" is one operand
+//
+// Expressions are kept as written. Clauses must come in this order; a clause
+// keyword out of place ends the statement.
+#include "sqlimport/sql_parser.h"
+
+#include <charconv>
+
+#include "foundation/error.h"
+#include "foundation/format.h"
+#include "foundation/messages.h"
+#include "foundation/string_utils.h"
+
+namespace ts4 {
+namespace {
+
+constexpr std::string_view Comparisons = "=,<>,<,>,<=,>=,in,like,is,between";
+
+// Words that end an operand at bracket depth 0, besides keywords.
+bool EndsOperand(std::string_view token) {
+  static constexpr std::string_view words[] = {
+      "=", "<>", "!=", ">", "<", ">=", "<=", "like", "in", "is", "between", "or", "and"};
+  for (std::string_view word : words) {
+    if (token == word) return true;
+  }
+  return false;
+}
+
+// Lower-cased, with every blank and line break taken out.
+std::string Squeezed(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  for (char c : text) {
+    if (static_cast<unsigned char>(c) > ' ') result += c;
+  }
+  return LowerCase(result);
+}
+
+bool IsNameChar(char c) {
+  const auto u = static_cast<unsigned char>(c);
+  return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u >= 0x80 ||
+         c == '_' || c == '$' || c == '#' || c == '.' || c == '"';
+}
+
+// True when `name` occurs in `expr` as a whole name, case ignored: SUM(X.Y)
+// holds X.Y, but X.YZ and W.X.Y do not hold it.
+bool ContainsName(std::string_view expr, std::string_view name) {
+  if (name.empty()) return false;
+  const std::string haystack = LowerCase(expr);
+  const std::string needle = LowerCase(name);
+  for (std::size_t at = haystack.find(needle); at != std::string::npos; at = haystack.find(needle, at + 1)) {
+    const std::size_t end = at + needle.size();
+    if ((at == 0 || !IsNameChar(haystack[at - 1])) && (end == haystack.size() || !IsNameChar(haystack[end])))
+      return true;
+  }
+  return false;
+}
+
+// A value written in double quotes is a string for the builder.
+void DoubleToSingleQuotes(std::string& value) {
+  if (value.size() >= 2 && value.front() == '"' && value.back() == '"') {
+    value.front() = '\'';
+    value.back() = '\'';
+  }
+}
+
+}  // namespace
+
+TWSQLParser::TWSQLParser() : result_(std::make_unique<TWParserResult>()) {
+  scanner_.SetSourceStyle(TSourceStyle::ssSQLText);
+  for (const char* word : {"select", "from", "join", "where", "order", "group", "by"})
+    scanner_.Keywords().Add(word);
+}
+
+void TWSQLParser::Parse() {
+  // Each call reads into a fresh result, so a parser can read several statements.
+  result_ = std::make_unique<TWParserResult>();
+  depth_ = 0;
+  scanner_.SetSource(sql_);
+  scanner_.FirstToken();
+  ProcessSelect();
+  ProcessFrom();
+  if (!scanner_.EOS() && Is("where")) ProcessWhere();
+  if (!scanner_.EOS() && Is("group")) ProcessGroupBy();
+  if (!scanner_.EOS() && Is("order")) ProcessOrderBy();
+}
+
+void TWSQLParser::Error(std::string_view message) const {
+  ErrorAtLine(message, scanner_.GetTokLine());
+}
+
+void TWSQLParser::ErrorAtLine(std::string_view message, int line) const {
+  throw ESQLParserError(gecGeneral, std::string(message) + "\r\nLine:" + std::to_string(line));
+}
+
+// ---- Select list -----------------------------------------------------------------
+
+void TWSQLParser::ProcessSelect() {
+  if (!Is("select")) Error(msg::WrongSQL);
+  Next();
+  if (Is("distinct")) {
+    result_->Distinct = true;
+    Next();
+  }
+  if (Is("*")) {
+    result_->AllFields = true;
+    result_->ResultFields.AllFields = true;
+    Next();
+    return;
+  }
+  ProcessResultField();
+  while (Is(",")) {
+    Next();
+    ProcessResultField();
+  }
+}
+
+void TWSQLParser::ProcessResultField() {
+  std::string expr = ProcessSQLExpr();
+  std::string alias;
+  if (Is("as")) {
+    Next();
+    alias = ProcessAlias();
+  }
+  AddResultField(std::move(expr), std::move(alias));
+}
+
+void TWSQLParser::AddResultField(std::string expr, std::string alias) {
+  auto field = std::make_unique<TSQLResultField>();
+  field->SetSQLExpr(std::move(expr));
+  field->Alias = std::move(alias);
+  result_->ResultFields.Add(std::move(field));
+}
+
+std::string TWSQLParser::ProcessSQLExpr() {
+  return ReadExpression({"as"});
+}
+
+std::string TWSQLParser::ReadExpression(std::initializer_list<std::string_view> stops) {
+  // The text is cut from the source rather than joined from tokens, so an
+  // expression such as SUM(I.QUANTITY * I.UNIT_PRICE) keeps its blanks.
+  TWScannerBookmark from;
+  scanner_.GetBookmark(from);
+  int depth = 0;
+  while (!scanner_.EOS()) {
+    if (depth < 1) {
+      if (scanner_.GetTokType() == ttKeyword || Is(",")) break;
+      bool stop = false;
+      for (std::string_view word : stops) stop = stop || Is(word);
+      if (stop) break;
+    }
+    if (Is("(")) ++depth;
+    if (Is(")")) --depth;
+    Next();
+  }
+  TWScannerBookmark to;
+  scanner_.GetBookmark(to);
+  std::string text;
+  scanner_.ExtractPiece(from, to, text, false);
+  return text;
+}
+
+std::string TWSQLParser::ProcessIdentifier() {
+  // Nothing left where a name is due is an early end of the statement.
+  if (scanner_.EOS()) Error(msg::WrongSQL);
+  std::string name;
+  if (Is("\"")) {
+    // The scanner hands a quoted name over between two quote tokens.
+    Next();
+    while (!scanner_.EOS() && !Is("\"")) {
+      name += scanner_.GetRealStr();
+      Next();
+    }
+    Next();
+    return name;
+  }
+  name = scanner_.GetRealStr();
+  Next();
+  return name;
+}
+
+void TWSQLParser::SkipTokens(std::string_view token) {
+  while (!scanner_.EOS() && Is(token)) Next();
+}
+
+// ---- FROM ------------------------------------------------------------------------
+
+void TWSQLParser::ProcessFrom() {
+  if (!Is("from")) Error(msg::WrongSQL);
+  Next();
+  ProcessTable();
+  while (Is(",")) {
+    Next();
+    ProcessTable();
+  }
+}
+
+bool TWSQLParser::AtJoin() const {
+  return Is("join") || Is("inner") || Is("left") || Is("right") || Is("full");
+}
+
+bool TWSQLParser::AtClause() const {
+  // A semicolon ends the statement.
+  return Is("where") || Is("group") || Is("order") || Is(";");
+}
+
+std::string TWSQLParser::ProcessTableName() {
+  std::string name = ProcessIdentifier();
+  while (Is(".")) {
+    Next();
+    name += "." + ProcessIdentifier();
+  }
+  return name;
+}
+
+void TWSQLParser::ProcessTable() {
+  auto owned = std::make_unique<TSQLTable>();
+  SkipTokens("(");
+  owned->SetTableName(ProcessTableName());
+  SkipTokens(")");
+  TSQLTable& table = *result_->Tables.Add(std::move(owned));
+  if (scanner_.EOS() || Is(",") || AtClause()) return;
+  if (!AtJoin()) {
+    table.Alias = ProcessIdentifier();
+    // Only joins may follow an aliased table.
+    if (scanner_.EOS() || Is(",") || AtClause()) return;
+  }
+  if (AtJoin()) ProcessTableJoins();
+}
+
+void TWSQLParser::ProcessTableJoins() {
+  while (AtJoin()) {
+    if (Is("left") || Is("right") || Is("full")) {
+      Next();
+      if (Is("outer")) Next();
+      if (!Is("join")) Error(msg::WrongSQL);
+    } else if (Is("inner")) {
+      Next();
+      if (!Is("join")) Error(msg::WrongSQL);
+    }
+    Next();
+    auto table = std::make_unique<TSQLTable>();
+    table->SetTableName(ProcessTableName());
+    if (!Is("on")) table->Alias = ProcessIdentifier();
+    if (!Is("on")) Error(msg::WrongSQL);
+    Next();
+    {
+      TSQLBracket dropped;
+      ProcessBoolExpr(dropped);
+    }
+    result_->Tables.Add(std::move(table));
+    SkipTokens(")");
+  }
+}
+
+// ---- WHERE -----------------------------------------------------------------------
+
+void TWSQLParser::ProcessWhere() {
+  if (!Is("where")) Error(msg::WrongSQL);
+  Next();
+  ProcessBoolExpr(*result_->Where);
+  result_->Where->DeleteEmptyBrackets();
+  // A root that holds nothing but one bracket gives way to it.
+  std::unique_ptr<TSQLBracket>& root = result_->Where;
+  while (root->Items.Count() == 1 && root->Items[0]->IsBracket()) {
+    std::unique_ptr<TSQLBracket> child(static_cast<TSQLBracket*>(root->Items.Extract(0).release()));
+    child->Parent = nullptr;
+    root = std::move(child);
+  }
+}
+
+// Every level of brackets makes an "or" bracket holding "and" brackets;
+// DeleteEmptyBrackets folds the chains of single items away afterwards.
+void TWSQLParser::ProcessBoolExpr(TSQLBracket& parent) {
+  TSQLBracket& child = *TSQLBracket::Create(&parent);
+  child.LinkOperator = "or";
+  while (true) {
+    ProcessBoolTerm(child);
+    if (!Is("or")) break;
+    Next();
+    if (scanner_.EOS()) break;
+  }
+}
+
+void TWSQLParser::ProcessBoolTerm(TSQLBracket& parent) {
+  TSQLBracket& child = *TSQLBracket::Create(&parent);
+  child.LinkOperator = "and";
+  while (true) {
+    ProcessBoolFactor(child);
+    if (!Is("and")) break;
+    Next();
+    if (scanner_.EOS()) break;
+  }
+}
+
+void TWSQLParser::CheckNesting() const {
+  // The reading recurses once per bracket level: bound it, so that hostile
+  // text ends in an error instead of exhausting the stack. The outermost
+  // bracket is not counted: the builder writes its root bracket around the
+  // whole condition and nests up to that many levels inside it, and what it
+  // writes must read back.
+  if (depth_ > MaxSQLNesting) Error(Format(msg::NestingTooDeep, {MaxSQLNesting}));
+}
+
+void TWSQLParser::ProcessBoolFactor(TSQLBracket& bracket) {
+  // NOTs are counted in a loop, and a NOT before a group of conditions
+  // negates the group: the builder writes its "none" and "not all" brackets
+  // as NOT ( ... OR ... ) and NOT ( ... AND ... ), and they read back as such.
+  bool negate = false;
+  while (Is("not")) {
+    negate = !negate;
+    Next();
+  }
+  if (Is("(")) {
+    CheckNesting();
+    if (scanner_.ScanToPair("(", ")", "between", "and,or")) {
+      Next();
+      ++depth_;
+      ProcessBoolExpr(bracket);
+      static_cast<TSQLBracket*>(bracket.Items.Last())->Negated = negate;
+      if (!Is(")")) Error(msg::LostBracket);
+      Next();
+      --depth_;
+      return;
+    }
+  }
+  ProcessCondition(bracket, negate);
+}
+
+void TWSQLParser::ProcessCondition(TSQLBracket& bracket, bool negate) {
+  // NOTs and brackets around one comparison, as in not(a = 1), are taken in
+  // a loop; the brackets are closed after the comparison, innermost first.
+  int opened = 0;
+  while (true) {
+    while (Is("not")) {
+      negate = !negate;
+      Next();
+    }
+    if (!Is("(")) break;
+    CheckNesting();
+    if (!scanner_.ScanToPair("(", ")", "", Comparisons)) break;
+    Next();
+    ++depth_;
+    ++opened;
+  }
+  ProcessComparison(bracket, negate);
+  for (; opened > 0; --opened) {
+    if (!Is(")")) Error(msg::LostBracket);
+    Next();
+    --depth_;
+  }
+}
+
+void TWSQLParser::ProcessComparison(TSQLBracket& bracket, bool negate) {
+  TSQLCondition& condition = *TSQLCondition::Create(&bracket);
+  bool isSubQuery = false;
+  condition.Expr = ProcessConditionValue(isSubQuery);
+  if (scanner_.EOS()) Error(msg::WrongSQL);
+  if (Is("not")) {
+    negate = !negate;
+    Next();
+  }
+  condition.Operator = scanner_.GetTokStr();
+  Next();
+  if (scanner_.EOS()) Error(msg::WrongSQL);
+  condition.Negated = negate;
+  std::string value = ProcessConditionValue(isSubQuery);
+  DoubleToSingleQuotes(value);
+  if (condition.Operator == "between") {
+    if (!Is("and")) Error(msg::WrongSQL);
+    Next();
+    std::string upper = ProcessConditionValue(isSubQuery);
+    DoubleToSingleQuotes(upper);
+    value += " and " + upper;
+  }
+  condition.Value = std::move(value);
+  condition.IsSubQuery = isSubQuery;
+}
+
+std::string TWSQLParser::ProcessConditionValue(bool& isSubQuery) {
+  TWScannerBookmark from;
+  scanner_.GetBookmark(from);
+  int depth = 0;
+  while (!scanner_.EOS() && Is("(")) {
+    ++depth;
+    Next();
+  }
+  if (!scanner_.EOS() && Is("select")) isSubQuery = true;
+  bool first = true;
+  while (!scanner_.EOS()) {
+    const std::string_view token = scanner_.GetTokStr();
+    if (token == "(") {
+      ++depth;
+    } else if (token == ")") {
+      if (depth <= 0) break;
+      --depth;
+    } else if (depth == 0) {
+      if (scanner_.GetTokType() == ttKeyword || EndsOperand(token) || token == ";") break;
+      // A NOT after the left operand belongs to the operator (a not like 'x',
+      // a not in (...)); one that starts an operand is its text (is not null).
+      if (token == "not" && !first) break;
+    }
+    first = false;
+    Next();
+  }
+  TWScannerBookmark to;
+  scanner_.GetBookmark(to);
+  std::string text;
+  scanner_.ExtractPiece(from, to, text, false);
+  return text;
+}
+
+// ---- GROUP BY and ORDER BY -------------------------------------------------------
+
+void TWSQLParser::ProcessGroupBy() {
+  // Grouping is rebuilt from the result fields, so the items are only checked:
+  // any expression, not only table.field, since the builder groups by
+  // expressions as well.
+  if (!Is("group")) Error(msg::WrongSQL);
+  Next();
+  if (!Is("by")) Error(msg::WrongSQL);
+  do {
+    Next();
+    if (ReadExpression({";"}).empty()) Error(msg::WrongSQL);
+  } while (Is(","));
+}
+
+void TWSQLParser::ProcessOrderBy() {
+  if (!Is("order")) Error(msg::WrongSQL);
+  Next();
+  if (!Is("by")) Error(msg::WrongSQL);
+  Next();
+  if (scanner_.GetTokType() == ttNumber) {
+    ProcessOrderByNumbers();
+  } else {
+    ProcessOrderByNames();
+  }
+}
+
+void TWSQLParser::ReadSortOrder(TSQLResultField& field, int index) {
+  field.SortOrder = 1;
+  field.SortIndex = index;
+  if (!scanner_.EOS() && !Is(",")) {
+    if (Is("desc")) field.SortOrder = 2;
+    Next();
+  }
+}
+
+void TWSQLParser::ProcessOrderByNumbers() {
+  TSQLResultFieldList& fields = result_->ResultFields;
+  for (int index = 1;; ++index) {
+    if (scanner_.GetTokType() != ttNumber) Error(msg::WrongSQL);  // names and numbers are not mixed
+    const std::string_view digits = scanner_.GetTokStr();
+    int position = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), position).ec != std::errc())
+      position = 0;
+    if (position < 1 || position > fields.Count()) Error(msg::WrongSQL);
+    Next();
+    ReadSortOrder(*fields[position - 1], index);
+    if (scanner_.EOS() || !Is(",")) break;
+    Next();
+  }
+}
+
+void TWSQLParser::ProcessOrderByNames() {
+  // An item is looked up as written, blanks and case aside; failing that, as
+  // a name inside a field's expression, since the builder sorts an aggregate
+  // such as SUM(X.Y) by the name X.Y. Under "*" an unknown item becomes a field.
+  TSQLResultFieldList& fields = result_->ResultFields;
+  for (int index = 1;; ++index) {
+    const int line = scanner_.GetTokLine();
+    if (scanner_.GetTokType() == ttNumber) Error(msg::WrongSQL);  // names and numbers are not mixed
+    const std::string item = ReadExpression({"asc", "desc", ";"});
+    if (item.empty()) Error(msg::WrongSQL);
+    int found = -1;
+    const std::string squeezed = Squeezed(item);
+    for (int i = 0; i < fields.Count() && found < 0; ++i) {
+      if (Squeezed(fields[i]->SQLExpr) == squeezed) found = i;
+    }
+    for (int i = 0; i < fields.Count() && found < 0; ++i) {
+      if (ContainsName(fields[i]->SQLExpr, item)) found = i;
+    }
+    if (found < 0 && fields.AllFields) {
+      AddResultField(item, "");
+      found = fields.Count() - 1;
+    }
+    if (found < 0) ErrorAtLine(msg::WrongSQL, line);
+    ReadSortOrder(*fields[found], index);
+    if (scanner_.EOS() || !Is(",")) break;
+    Next();
+  }
+}
+
+}  // namespace ts4

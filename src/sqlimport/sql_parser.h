@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,7 +11,8 @@
 
 namespace ts4 {
 
-/// How deep brackets and NOTs may nest in a statement.
+/// How many levels of brackets a condition may nest inside its outermost
+/// bracket (the query builder's root bracket).
 inline constexpr int MaxSQLNesting = 1000;
 
 /// Reads one SELECT statement into a TWParserResult: the select list with
@@ -55,10 +57,23 @@ class TWSQLParser {
   [[noreturn]] void Error(std::string_view message) const;
 
  private:
+  [[nodiscard]] bool Is(std::string_view word) const { return scanner_.GetTokStr() == word; }
+  void Next() { scanner_.NextToken(); }
+  [[nodiscard]] bool AtJoin() const;
+  [[nodiscard]] bool AtClause() const;
+  std::string ProcessTableName();
+  std::string ReadExpression(std::initializer_list<std::string_view> stops);
+  void ProcessComparison(TSQLBracket& bracket, bool negate);
+  void CheckNesting() const;
+  void ProcessOrderByNumbers();
+  void ProcessOrderByNames();
+  void ReadSortOrder(TSQLResultField& field, int index);
+  [[noreturn]] void ErrorAtLine(std::string_view message, int line) const;
+
   TStrings sql_;
   TWScanner scanner_;
   std::unique_ptr<TWParserResult> result_;
-  int depth_ = 0;  // brackets and NOTs being read
+  int depth_ = 0;  // brackets entered by the condition being read
 };
 
 }  // namespace ts4

@@ -1,1 +1,169 @@
-// placeholder
+#include "foundation/scanner.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "test_support.h"
+
+namespace {
+
+using ts4::TWScanner;
+using ts4::TWScannerBookmark;
+using Lines = std::vector<std::string>;
+
+void Load(TWScanner& scanner, const Lines& lines) {
+  scanner.Keywords().Add("select");
+  scanner.Keywords().Add("FROM");
+  scanner.SetSource(ts4test::StringsOf(lines));
+  scanner.FirstToken();
+}
+
+// Each token as a type letter, ":" and its normalised text.
+std::vector<std::string> Tokens(const Lines& lines) {
+  static const char letters[] = "EIKSTQNF";
+  TWScanner scanner;
+  Load(scanner, lines);
+  std::vector<std::string> tokens;
+  for (; !scanner.EOS(); scanner.NextToken())
+    tokens.push_back(letters[scanner.GetTokType()] + (":" + std::string(scanner.GetTokStr())));
+  return tokens;
+}
+
+struct TokenCase {
+  const char* label;
+  Lines lines;
+  std::vector<std::string> expected;
+};
+
+class ScannerTokens : public testing::TestWithParam<TokenCase> {};
+
+TEST_P(ScannerTokens, SplitsAndNormalises) {
+  EXPECT_EQ(Tokens(GetParam().lines), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Scanner, ScannerTokens,
+    testing::Values(
+        TokenCase{"words", {"SELECT Name FROM T"}, {"K:select", "I:name", "K:from", "I:t"}},
+        TokenCase{"comparison", {"a <= 5"}, {"I:a", "S:<=", "N:5"}},
+        TokenCase{"operators",
+                  {"a<>b!=c>=d<e=f"},
+                  {"I:a", "S:<>", "I:b", "S:!=", "I:c", "S:>=", "I:d", "S:<", "I:e", "S:=", "I:f"}},
+        TokenCase{"numbers", {"1.5 12 3. 12ab"}, {"F:1.5", "N:12", "N:3", "S:.", "N:12", "I:ab"}},
+        TokenCase{"word characters",
+                  {"_x$1 #y \xC3\x84"
+                   "Bc"},
+                  {"I:_x$1", "S:#", "I:y",
+                   "I:\xC3\x84"
+                   "bc"}},
+        TokenCase{"control bytes separate", {std::string("a\x01") + '\0' + "b\tc"}, {"I:a", "I:b", "I:c"}},
+        TokenCase{"comments", {"a -- b c", "d /* e", "f */ g /* open"}, {"I:a", "I:d", "I:g"}},
+        TokenCase{"strings", {"'it''s' 'x", "Y' 'open"}, {"T:'it''s'", "T:'x\r\nY'", "T:'open"}},
+        TokenCase{"quoted names",
+                  {"\"Order Details\".\"Unit \"\"Price\" \"\" x"},
+                  {"Q:\"", "I:Order Details", "Q:\"", "S:.", "Q:\"", "I:Unit \"\"Price", "Q:\"", "Q:\"",
+                   "Q:\"", "I:x"}},
+        TokenCase{
+            "unclosed quoted name ends with its line", {"\"A b", "c\""}, {"Q:\"", "I:A b", "I:c", "Q:\""}},
+        TokenCase{"nothing", {"", " -- only a comment"}, {}}),
+    [](const auto& info) {
+      std::string name = info.param.label;
+      for (char& c : name)
+        if (c == ' ') c = '_';
+      return name;
+    });
+
+TEST(Scanner, RealTextKeepsCaseAndQuotes) {
+  TWScanner scanner;
+  Load(scanner, {"SELECT Name FROM 'It''s'"});
+  std::vector<std::string> real;
+  for (; !scanner.EOS(); scanner.NextToken()) real.emplace_back(scanner.GetRealStr());
+  EXPECT_EQ(real, (std::vector<std::string>{"SELECT", "Name", "FROM", "'It''s'"}));
+  EXPECT_EQ(scanner.GetTokStr(), "");
+  EXPECT_EQ(scanner.GetTokType(), ts4::ttEnd);
+  scanner.NextToken();  // stays at the end
+  EXPECT_TRUE(scanner.EOS());
+}
+
+TEST(Scanner, LinesCountFromOneAndEndOnTheLastLine) {
+  TWScanner scanner;
+  Load(scanner, {"a 'x", "y' /*", "*/ b", "", ""});
+  std::vector<int> lines;
+  for (; !scanner.EOS(); scanner.NextToken()) lines.push_back(scanner.GetTokLine());
+  EXPECT_EQ(lines, (std::vector<int>{1, 1, 3}));
+  EXPECT_EQ(scanner.GetTokLine(), 5);
+}
+
+struct PairCase {
+  const char* text;
+  int at;  // index of the token to ask at
+  bool comparisons;
+  bool expected;
+};
+
+TEST(Scanner, ScanToPairLooksForListWordsInsideThePair) {
+  const PairCase cases[] = {
+      {"(x between 1 and 2) and y = 1", 0, false, false},
+      {"(x = 1 or y = 2)", 0, false, true},
+      {"(x between 1 and 2 or y = 1)", 0, false, true},
+      {"(a (b (c and d)))", 0, false, true},
+      {"(a (b (c and d)))", 4, false, true},
+      {"((a) or (b = 1))", 1, false, false},
+      {"((a) or (b = 1))", 5, true, true},
+      {"(a) or (b = 1)", 0, true, false},
+      {"(x = 1 or y = 2", 0, false, false},
+      {"x (a or b)", 0, false, false},
+  };
+  for (const PairCase& c : cases) {
+    TWScanner scanner;
+    Load(scanner, {c.text});
+    for (int i = 0; i < c.at; ++i) scanner.NextToken();
+    const std::string before(scanner.GetTokStr());
+    const bool found = c.comparisons ? scanner.ScanToPair("(", ")", "", "=,<>,<,>,<=,>=,in,like,is,between")
+                                     : scanner.ScanToPair("(", ")", "between", "and,or");
+    EXPECT_EQ(found, c.expected) << c.text << " at " << c.at;
+    EXPECT_EQ(scanner.GetTokStr(), before) << "moved";
+  }
+}
+
+// The piece between the n-th and m-th token (m may be past the end).
+std::string Piece(const Lines& lines, std::size_t from, std::size_t to, bool includeTo = false) {
+  TWScanner scanner;
+  Load(scanner, lines);
+  std::string text = "unchanged";
+  scanner.ExtractPiece(TWScannerBookmark{from}, TWScannerBookmark{to}, text, includeTo);
+  return text;
+}
+
+TEST(Scanner, ExtractPieceGivesTheSourceAsWritten) {
+  TWScanner scanner;
+  Load(scanner, {"x + 1 = 3"});
+  TWScannerBookmark from;
+  TWScannerBookmark to;
+  scanner.GetBookmark(from);
+  while (scanner.GetTokStr() != "=") scanner.NextToken();
+  scanner.GetBookmark(to);
+  std::string text;
+  scanner.ExtractPiece(from, to, text, false);
+  EXPECT_EQ(text, "x + 1");
+
+  EXPECT_EQ(Piece({"x + 1 = 3"}, 0, 2, true), "x + 1");
+  EXPECT_EQ(Piece({"x + 1 = 3"}, 3, 99), "= 3");
+  EXPECT_EQ(Piece({"A +", "  b -- note", " = 1"}, 0, 3), "A +\r\n  b");
+  EXPECT_EQ(Piece({"a /* inner */ b /* after */ c"}, 0, 2), "a /* inner */ b");
+  EXPECT_EQ(Piece({"a b"}, 1, 1), "");
+  EXPECT_EQ(Piece({"a b"}, 1, 0, true), "");
+}
+
+TEST(Scanner, KeywordsAddedLaterApplyFromTheNextMove) {
+  TWScanner scanner;
+  Load(scanner, {"where x"});
+  EXPECT_EQ(scanner.GetTokType(), ts4::ttIdentifier);
+  scanner.Keywords().Add("WHERE");
+  scanner.FirstToken();
+  EXPECT_EQ(scanner.GetTokType(), ts4::ttKeyword);
+}
+
+}  // namespace
