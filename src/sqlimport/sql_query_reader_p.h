@@ -80,9 +80,9 @@ class TSQLQueryReader {
   const TSQLTableList* tables_;
   std::vector<TCandidate> candidates_;  // in the order they are tried
   std::vector<TSQLRewriteRule> rules_;
-  std::unordered_map<std::string, TDSField*> fieldsBySQL_;      // blanks removed, lower case
-  std::unordered_map<std::string, TDSField*> fieldsByColumn_;   // null when two tables have it
-  std::unordered_set<std::string> joinConditions_;              // blanks and brackets removed, lower case
+  std::unordered_map<std::string, TDSField*> fieldsBySQL_;     // blanks removed, lower case
+  std::unordered_map<std::string, TDSField*> fieldsByColumn_;  // null when two tables have it
+  std::unordered_set<std::string> joinConditions_;             // blanks and brackets removed, lower case
 };
 
 /// Text without blanks, in lower case: how expressions are compared.

@@ -62,8 +62,8 @@ class TSQLTemplate {
 
  private:
   struct TSegment {
-    std::string Literal;  // blanks removed, lower case; empty for a marker
-    int Marker = -1;      // 0 for "@f", 1 to 9 for "@1" to "@9"
+    std::string Literal;    // blanks removed, lower case; empty for a marker
+    int Marker = -1;        // 0 for "@f", 1 to 9 for "@1" to "@9"
     bool InString = false;  // a marker inside quotes captures the inside of one string
   };
   class TMatcher;

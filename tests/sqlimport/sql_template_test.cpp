@@ -72,8 +72,9 @@ TEST(SQLTemplate, EveryStandardTemplateReadsBackWhatItWrites) {
       TSQLCaptures read;
       ASSERT_TRUE(pattern.Match(TSQLMatchText(text), "O.STATUS", read)) << text;
       for (int k = 1; k <= 2; ++k) {
-        if (op.SQLName.find("@" + std::to_string(k)) != std::string_view::npos)
+        if (op.SQLName.find("@" + std::to_string(k)) != std::string_view::npos) {
           EXPECT_EQ(read.Value(k), written.Value(k)) << text;
+        }
       }
     }
   }
