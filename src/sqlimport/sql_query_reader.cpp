@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
+#include <optional>
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
@@ -84,14 +85,14 @@ std::string_view WithoutOuterBrackets(std::string_view text) {
 struct TConditionText {
   std::string_view Expr;
   std::string_view Operator;
-  std::string Value;
+  std::string_view Value;
   bool Negated = false;
 
   explicit TConditionText(const TSQLCondition& parsed)
       : Expr(parsed.Expr), Operator(parsed.Operator), Value(parsed.Value), Negated(parsed.Negated) {
     // "x is not null" written by hand: the NOT belongs to the whole condition.
     if (Operator == "is" && Value.size() > 4 && SameText(Value.substr(0, 3), "not") && IsBlank(Value[3])) {
-      Value = std::string(Trimmed(std::string_view(Value).substr(4)));
+      Value = Trimmed(Value.substr(4));
       Negated = !Negated;
     }
   }
@@ -218,7 +219,8 @@ std::string TSQLQueryReader::InStructureAliases(std::string_view expr) const {
     while (end < expr.size() && isName(expr[end])) ++end;
     const std::string_view word = expr.substr(i, end - i);
     const TDSTable* table = end < expr.size() && expr[end] == '.' ? TableOfQualifier(word) : nullptr;
-    result.append(table != nullptr && !table->Alias().empty() ? std::string_view(table->Alias()) : word);
+    const bool requalify = table != nullptr && !table->Alias().empty() && !SameText(table->Alias(), word);
+    result.append(requalify ? std::string_view(table->Alias()) : word);
     i = end;
   }
   return result;
@@ -231,11 +233,16 @@ TDSOperator* TSQLQueryReader::Match(const TSQLCondition& condition, bool negated
   const bool allowBare = field == nullptr || !structure_.QuotedTypes().Contains(field->FieldType());
   const TConditionText parts(condition);
   std::string text = parts.SQL(negated);
-  for (const TSQLRewriteRule& rule : rules_) rule.Apply(text, parts.Expr);
-  const TSQLMatchText matchText(text);
+  std::optional<TSQLMatchText> matchText(std::in_place, text, parts.Expr);
+  std::string rewritten;
+  for (const TSQLRewriteRule& rule : rules_) {
+    if (!rule.Apply(*matchText, rewritten)) continue;
+    text.swap(rewritten);
+    matchText.emplace(text, parts.Expr);
+  }
   for (const TCandidate& candidate : candidates_) {
     if (condition.IsSubQuery && candidate.Operator->ValueType() != vtSubQuery) continue;
-    if (candidate.Template.Match(matchText, parts.Expr, captures, allowBare)) return candidate.Operator;
+    if (candidate.Template.Match(*matchText, captures, allowBare)) return candidate.Operator;
   }
   if (parts.Operator != "like" || negated) return nullptr;
   // A LIKE no template explains: its pattern as written, as "contains".

@@ -30,9 +30,21 @@ int MarkerAt(std::string_view text, std::size_t at) {
   return -1;
 }
 
+/// The end of `literal` (lower case, no blanks) read at `at` with blanks
+/// skipped and case ignored, or npos.
+std::size_t LiteralEnd(std::string_view text, std::string_view literal, std::size_t at) {
+  for (char wanted : literal) {
+    while (at < text.size() && IsBlank(text[at])) ++at;
+    if (at == text.size() || Lower(text[at]) != wanted) return std::string_view::npos;
+    ++at;
+  }
+  return at;
+}
+
 }  // namespace
 
-TSQLMatchText::TSQLMatchText(std::string_view text) : text_(text), delimiters_(text.size(), false) {
+TSQLMatchText::TSQLMatchText(std::string_view text, std::string_view field)
+    : text_(text), delimiters_(text.size(), false) {
   bool inside = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] != '\'') continue;
@@ -43,6 +55,20 @@ TSQLMatchText::TSQLMatchText(std::string_view text) : text_(text), delimiters_(t
     delimiters_[i] = true;
     inside = !inside;
   }
+  fieldKey_.reserve(field.size());
+  for (char c : field) {
+    if (!IsBlank(c)) fieldKey_ += Lower(c);
+  }
+}
+
+std::size_t TSQLMatchText::FieldEnd(std::string_view lead) const {
+  for (std::size_t i = 0; i < knownEnds_; ++i) {
+    if (fieldEnds_[i].first == lead) return fieldEnds_[i].second;
+  }
+  std::size_t end = LiteralEnd(text_, lead, 0);
+  if (end != std::string_view::npos) end = LiteralEnd(text_, fieldKey_, end);
+  if (knownEnds_ < fieldEnds_.size()) fieldEnds_[knownEnds_++] = {lead, end};
+  return end;
 }
 
 /// Backtracking over the segments, with a budget: a hostile text can make
@@ -50,16 +76,12 @@ TSQLMatchText::TSQLMatchText(std::string_view text) : text_(text), delimiters_(t
 /// end quickly (running out counts as no match).
 class TSQLTemplate::TMatcher {
  public:
-  TMatcher(const std::vector<TSegment>& segments, const TSQLMatchText& text, std::string_view field,
-           TSQLCaptures& captures)
+  TMatcher(const std::vector<TSegment>& segments, const TSQLMatchText& text, TSQLCaptures& captures)
       : segments_(segments),
         text_(text),
         chars_(text.Text()),
-        field_(LowerCase(field)),
         captures_(captures),
-        budget_(64 * (chars_.size() + 64)) {
-    field_.erase(std::remove_if(field_.begin(), field_.end(), IsBlank), field_.end());
-  }
+        budget_(64 * (chars_.size() + 64)) {}
 
   bool Run() { return From(0, 0); }
 
@@ -72,7 +94,7 @@ class TSQLTemplate::TMatcher {
       return end != npos && From(segment + 1, end);
     }
     if (current.Marker == 0) {  // the left-hand expression: exactly one way to read it
-      const std::size_t end = Literal(field_, at, false);
+      const std::size_t end = Literal(text_.FieldKey(), at, false);
       if (end == npos) return false;
       Capture(current, at, end);
       return From(segment + 1, end);
@@ -135,7 +157,6 @@ class TSQLTemplate::TMatcher {
   const std::vector<TSegment>& segments_;
   const TSQLMatchText& text_;
   std::string_view chars_;
-  std::string field_;
   TSQLCaptures& captures_;
   std::size_t budget_;
 };
@@ -163,19 +184,40 @@ TSQLTemplate::TSQLTemplate(std::string_view text) : text_(text) {
   split(true, segments_);
   if (text.find('\'') != std::string_view::npos) split(false, bareSegments_);
   for (const TSegment& segment : segments_) weight_ += static_cast<int>(segment.Literal.size());
+  // Most templates start with the field: a look at what follows it rules
+  // most of them out at once. A lead or a next character that is a quote
+  // differs between the two tries, so those are not looked at early.
+  const std::size_t fieldAt = segments_.size() > 1 && segments_[0].Marker < 0 ? 1 : 0;
+  if (fieldAt < segments_.size() && segments_[fieldAt].Marker == 0) {
+    lead_ = fieldAt == 1 ? segments_[0].Literal : std::string();
+    fieldFirst_ = lead_.find('\'') == std::string::npos;
+    if (fieldAt + 1 < segments_.size() && segments_[fieldAt + 1].Marker < 0 &&
+        segments_[fieldAt + 1].Literal.front() != '\'')
+      afterField_ = segments_[fieldAt + 1].Literal.front();
+  }
 }
 
 bool TSQLTemplate::MatchSegments(const std::vector<TSegment>& segments, const TSQLMatchText& text,
-                                 std::string_view field, TSQLCaptures& captures) const {
-  captures = {};
-  return TMatcher(segments, text, field, captures).Run();
+                                 TSQLCaptures& captures) {
+  for (std::string& captured : captures.Text) captured.clear();
+  captures.Bare = false;
+  return TMatcher(segments, text, captures).Run();
 }
 
-bool TSQLTemplate::Match(const TSQLMatchText& text, std::string_view field, TSQLCaptures& captures,
-                         bool allowBare) const {
-  if (MatchSegments(segments_, text, field, captures)) return true;
-  if (!allowBare || bareSegments_.empty() || !MatchSegments(bareSegments_, text, field, captures))
-    return false;
+bool TSQLTemplate::MayMatch(const TSQLMatchText& text) const {
+  if (!fieldFirst_) return true;
+  std::size_t at = text.FieldEnd(lead_);
+  if (at == std::string_view::npos) return false;
+  if (afterField_ == 0) return true;
+  const std::string_view chars = text.Text();
+  while (at < chars.size() && IsBlank(chars[at])) ++at;
+  return at < chars.size() && Lower(chars[at]) == afterField_;
+}
+
+bool TSQLTemplate::Match(const TSQLMatchText& text, TSQLCaptures& captures, bool allowBare) const {
+  if (!MayMatch(text)) return false;
+  if (MatchSegments(segments_, text, captures)) return true;
+  if (!allowBare || bareSegments_.empty() || !MatchSegments(bareSegments_, text, captures)) return false;
   captures.Bare = true;
   return true;
 }
@@ -207,10 +249,10 @@ std::string_view RulePart(std::string_view rule, bool pattern) {
 TSQLRewriteRule::TSQLRewriteRule(std::string_view rule)
     : pattern_(RulePart(rule, true)), replacement_(RulePart(rule, false)) {}
 
-bool TSQLRewriteRule::Apply(std::string& text, std::string_view field) const {
+bool TSQLRewriteRule::Apply(const TSQLMatchText& text, std::string& rewritten) const {
   TSQLCaptures captures;
-  if (!pattern_.Match(TSQLMatchText(text), field, captures)) return false;
-  text = replacement_.Fill(captures);
+  if (!pattern_.Match(text, captures)) return false;
+  rewritten = replacement_.Fill(captures);
   return true;
 }
 

@@ -3,22 +3,33 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ts4 {
 
-/// The text of one condition prepared for matching against templates: which
-/// of its single quotes open or close a string (a doubled quote inside a
-/// string does neither).
+/// The text of one condition prepared for matching against templates, with
+/// its left-hand expression: which of its single quotes open or close a
+/// string (a doubled quote inside a string does neither), and where the
+/// expression ends after each lead ("" or "not(") asked about.
 class TSQLMatchText {
  public:
-  explicit TSQLMatchText(std::string_view text);
+  TSQLMatchText(std::string_view text, std::string_view field);
   [[nodiscard]] std::string_view Text() const { return text_; }
   [[nodiscard]] bool IsDelimiter(std::size_t at) const { return delimiters_[at]; }
+  /// The left-hand expression in lower case without blanks.
+  [[nodiscard]] const std::string& FieldKey() const { return fieldKey_; }
+  /// The end of the left-hand expression when the text starts with `lead`
+  /// and then the expression (blanks and case ignored); npos otherwise.
+  [[nodiscard]] std::size_t FieldEnd(std::string_view lead) const;
 
  private:
   std::string_view text_;
   std::vector<bool> delimiters_;
+  std::string fieldKey_;
+  // Ends already found, by lead; the leads are the templates' own texts.
+  mutable std::array<std::pair<std::string_view, std::size_t>, 4> fieldEnds_;
+  mutable std::size_t knownEnds_ = 0;
 };
 
 /// What each marker of a matched template stood for: slot 0 is "@f", slots
@@ -54,8 +65,7 @@ class TSQLTemplate {
   [[nodiscard]] int Weight() const { return weight_; }
 
   /// `allowBare` allows the second try without quotes.
-  [[nodiscard]] bool Match(const TSQLMatchText& text, std::string_view field, TSQLCaptures& captures,
-                           bool allowBare = true) const;
+  [[nodiscard]] bool Match(const TSQLMatchText& text, TSQLCaptures& captures, bool allowBare = true) const;
   /// The template with its markers replaced by the captured texts (quotes
   /// left out when the captures came from a bare match).
   [[nodiscard]] std::string Fill(const TSQLCaptures& captures) const;
@@ -68,13 +78,20 @@ class TSQLTemplate {
   };
   class TMatcher;
 
-  [[nodiscard]] bool MatchSegments(const std::vector<TSegment>& segments, const TSQLMatchText& text,
-                                   std::string_view field, TSQLCaptures& captures) const;
+  [[nodiscard]] static bool MatchSegments(const std::vector<TSegment>& segments, const TSQLMatchText& text,
+                                          TSQLCaptures& captures);
+  /// A quick look at the text right after the left-hand expression.
+  [[nodiscard]] bool MayMatch(const TSQLMatchText& text) const;
 
   std::string text_;
   std::vector<TSegment> segments_;
   std::vector<TSegment> bareSegments_;  // the same without quotes; empty when it has none
   int weight_ = 0;
+  // When the template starts with "@f" (after a lead such as "not("): the
+  // lead, and the first character that must follow the expression (0 for any).
+  bool fieldFirst_ = false;
+  std::string lead_;
+  char afterField_ = 0;
 };
 
 /// A rewrite rule "pattern|->replacement": a condition that matches the
@@ -82,8 +99,8 @@ class TSQLTemplate {
 class TSQLRewriteRule {
  public:
   explicit TSQLRewriteRule(std::string_view rule);
-  /// Rewrites the text when it matches; true when it did.
-  bool Apply(std::string& text, std::string_view field) const;
+  /// The rewritten text when the prepared text matches; false when it does not.
+  bool Apply(const TSQLMatchText& text, std::string& rewritten) const;
 
  private:
   TSQLTemplate pattern_;

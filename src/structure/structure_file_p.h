@@ -66,6 +66,7 @@ class TStructureReader {
   void NumberFieldsWithoutID();
   void ReadGroups();
   [[nodiscard]] TDSTable* TableByAlias(std::string_view alias) const;
+  void AddQualifyingTables(TDSField& field) const;
   [[nodiscard]] TDSOperator& OperatorNamed(std::string_view name) const;
 
   // Older layouts (structure_file_legacy.cpp).

@@ -51,7 +51,7 @@ TEST(SQLTemplate, CapturesTheValuesTheTemplateStandsFor) {
     SCOPED_TRACE(std::string(c.Template) + " ~ " + std::string(c.Text));
     TSQLCaptures captures;
     const std::string text(c.Text);
-    ASSERT_EQ(TSQLTemplate(c.Template).Match(TSQLMatchText(text), c.Field, captures), c.Matches);
+    ASSERT_EQ(TSQLTemplate(c.Template).Match(TSQLMatchText(text, c.Field), captures), c.Matches);
     if (!c.Matches) continue;
     EXPECT_EQ(captures.Value(1), c.Value1);
     EXPECT_EQ(captures.Value(2), c.Value2);
@@ -70,7 +70,7 @@ TEST(SQLTemplate, EveryStandardTemplateReadsBackWhatItWrites) {
       if (bare) written.Text[1] = "17";
       const std::string text = pattern.Fill(written);
       TSQLCaptures read;
-      ASSERT_TRUE(pattern.Match(TSQLMatchText(text), "O.STATUS", read)) << text;
+      ASSERT_TRUE(pattern.Match(TSQLMatchText(text, "O.STATUS"), read)) << text;
       for (int k = 1; k <= 2; ++k) {
         if (op.SQLName.find("@" + std::to_string(k)) != std::string_view::npos) {
           EXPECT_EQ(read.Value(k), written.Value(k)) << text;
@@ -112,7 +112,7 @@ TEST(SQLTemplate, HostileTextsEndQuickly) {
   for (int i = 0; i < 20000; ++i) text += "and ";
   const auto start = std::chrono::steady_clock::now();
   TSQLCaptures captures;
-  EXPECT_FALSE(TSQLTemplate("@f between @1 and @2 and @3 x").Match(TSQLMatchText(text), "X", captures));
+  EXPECT_FALSE(TSQLTemplate("@f between @1 and @2 and @3 x").Match(TSQLMatchText(text, "X"), captures));
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 

@@ -407,6 +407,22 @@ TEST(StructureFileReader, OddCountsAndGroupListsStillGiveEveryFieldOneGroup) {
   }
 }
 
+TEST(StructureFileReader, VirtualFieldsGetTheTablesTheirExpressionQualifies) {
+  ts4::TWDBStructure written;
+  written.AddTable("CUSTOMERS", "C");
+  written.AddTable("ORDERS", "O");
+  written.AddTable("ITEMS", "I");
+  written.AddField(ts4::wfkVirtual, "C.LIMIT - o.TOTAL + LEN('I.x') + C.LIMIT", "Headroom", nullptr);
+  ts4::TStrings text;
+  written.SaveToStrings(text);
+  ts4::TWDBStructure db;
+  db.LoadFromStrings(text);
+  const ts4::TDSField& field = *db.Fields(0);
+  ASSERT_EQ(field.TableCount(), 2);
+  EXPECT_EQ(field.Tables(0)->Alias(), "C");
+  EXPECT_EQ(field.Tables(1)->Alias(), "O");
+}
+
 TEST(StructureFileReader, LinkTypeNamesIgnoreCase) {
   const std::pair<const char*, ts4::TDSLinkType> cases[] = {
       {"Left", ts4::ltOuterLeft}, {"left", ts4::ltOuterLeft}, {"RIGHT", ts4::ltOuterRight},
