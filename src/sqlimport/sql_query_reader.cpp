@@ -244,10 +244,11 @@ TDSOperator* TSQLQueryReader::Match(const TSQLCondition& condition, bool negated
     if (condition.IsSubQuery && candidate.Operator->ValueType() != vtSubQuery) continue;
     if (candidate.Template.Match(*matchText, captures, allowBare)) return candidate.Operator;
   }
-  if (parts.Operator != "like" || negated) return nullptr;
-  // A LIKE no template explains: its pattern as written, as "contains".
-  TDSOperator* op = structure_.OperatorByName("Contains");
-  if (op == nullptr) op = structure_.OperatorByName("StartsWith");
+  if (parts.Operator != "like") return nullptr;
+  // A LIKE no template explains: its pattern as written, as "contains" (or
+  // "does not contain" under a NOT, which reads back the same way).
+  TDSOperator* op = structure_.OperatorByName(negated ? "NotContains" : "Contains");
+  if (op == nullptr) op = structure_.OperatorByName(negated ? "NotStartsWith" : "StartsWith");
   if (op == nullptr) return nullptr;
   captures = {};
   captures.Text[0] = parts.Expr;

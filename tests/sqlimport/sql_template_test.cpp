@@ -101,7 +101,8 @@ TEST(SQLRewriteRule, BringsOtherSpellingsOfNotEqualIntoTheTemplateShape) {
   };
   for (const auto& c : cases) {
     std::string text = c.Text;
-    c.Rule.Apply(text, text.find("CUST") != std::string::npos ? "C.CUST_ID" : "C.CITY");
+    const TSQLMatchText prepared(c.Text, c.Text.find("CUST") != std::string::npos ? "C.CUST_ID" : "C.CITY");
+    c.Rule.Apply(prepared, text);
     EXPECT_EQ(text, c.Expected);
   }
 }
