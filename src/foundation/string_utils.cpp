@@ -18,10 +18,6 @@ constexpr char FoldUpper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
 }
 
-constexpr bool IsBlank(char c) {
-  return static_cast<unsigned char>(c) <= ' ';
-}
-
 std::string ReplaceAll(std::string_view text, std::string_view search, std::string_view replacement,
                        bool ignoreCase) {
   if (search.empty()) return std::string(text);
@@ -213,6 +209,42 @@ bool EqualToSpaces(std::string_view a, std::string_view b) {
 
 bool StrInList(std::string_view text, const TStrings& list) {
   return list.IndexOf(text) >= 0;
+}
+
+std::string BlanklessLowerCase(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  for (char c : text) {
+    if (!IsBlank(c)) result += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  }
+  return result;
+}
+
+bool IsSQLNameChar(char c) {
+  const auto u = static_cast<unsigned char>(c);
+  return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u >= 0x80 ||
+         c == '_' || c == '$' || c == '#';
+}
+
+std::vector<std::pair<std::size_t, std::size_t>> SQLQualifiers(std::string_view expr) {
+  std::vector<std::pair<std::size_t, std::size_t>> found;
+  std::size_t i = 0;
+  while (i < expr.size()) {
+    if (expr[i] == '\'' || expr[i] == '"') {  // nothing inside strings and quoted names
+      const std::size_t close = expr.find(expr[i], i + 1);
+      i = close == std::string_view::npos ? expr.size() : close + 1;
+      continue;
+    }
+    if (!IsSQLNameChar(expr[i]) || (i > 0 && (IsSQLNameChar(expr[i - 1]) || expr[i - 1] == '.'))) {
+      ++i;
+      continue;
+    }
+    std::size_t end = i;
+    while (end < expr.size() && IsSQLNameChar(expr[end])) ++end;
+    if (end < expr.size() && expr[end] == '.') found.emplace_back(i, end - i);
+    i = end;
+  }
+  return found;
 }
 
 }  // namespace ts4

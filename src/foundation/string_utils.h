@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace ts4 {
 
@@ -66,6 +69,19 @@ class TStrings;
 [[nodiscard]] int CharCount(char c, std::string_view text);
 /// True when the texts are equal once every blank is removed from both.
 [[nodiscard]] bool EqualToSpaces(std::string_view a, std::string_view b);
+/// True for a blank: space, tab, line break or any other byte up to the space.
+[[nodiscard]] constexpr bool IsBlank(char c) {
+  return static_cast<unsigned char>(c) <= ' ';
+}
+/// The text in lower case with every blank taken out: how SQL expressions
+/// are compared ("C.Qty * C.Price" and "c.qty*c.price" are the same).
+[[nodiscard]] std::string BlanklessLowerCase(std::string_view text);
+/// A byte of an SQL name: an ASCII letter or digit, "_", "$", "#", or a byte
+/// of a multi-byte character.
+[[nodiscard]] bool IsSQLNameChar(char c);
+/// The names in an SQL expression that qualify another name (the "C" of
+/// C.CITY), outside strings and quoted names, as offset and length.
+[[nodiscard]] std::vector<std::pair<std::size_t, std::size_t>> SQLQualifiers(std::string_view expr);
 /// True when the list holds a line equal to the text ignoring ASCII case.
 [[nodiscard]] bool StrInList(std::string_view text, const TStrings& list);
 /// The smaller of two integers.

@@ -19,11 +19,6 @@ bool IsNameStart(char c) {
   return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || u == '_' || u >= 0x80;
 }
 
-bool IsNameChar(char c) {
-  const auto u = static_cast<unsigned char>(c);
-  return IsNameStart(c) || (u >= '0' && u <= '9') || u == '$' || u == '#';
-}
-
 /// Position of the quote that closes the quoted text opening at `open`
 /// (a doubled quote stands for one inside it); npos when it never closes.
 std::size_t ClosingQuote(std::string_view text, std::size_t open) {
@@ -49,7 +44,7 @@ std::size_t DottedNameLength(std::string_view text, std::size_t start) {
       if (close == std::string_view::npos) break;  // unclosed quote: not a name
       i = close + 1;
     } else if (expectPart && IsNameStart(text[i])) {
-      while (i < text.size() && IsNameChar(text[i])) ++i;
+      while (i < text.size() && IsSQLNameChar(text[i])) ++i;
     } else {
       break;
     }
@@ -90,7 +85,7 @@ class TFieldMatcher {
     for (const auto& [text, candidate] : expressions_) {
       if (lower.compare(start, text.size(), text) != 0) continue;
       const std::size_t end = start + text.size();
-      const bool openEnd = !IsNameChar(text.back()) || end >= lower.size() || !IsNameChar(lower[end]);
+      const bool openEnd = !IsSQLNameChar(text.back()) || end >= lower.size() || !IsSQLNameChar(lower[end]);
       if (openEnd) {
         field = candidate;
         return text.size();
@@ -180,7 +175,7 @@ TFormula FormulaFromSQL(const TWCustomDBStructure* structure, std::string_view s
       i = end;
       continue;
     }
-    const bool boundary = i == 0 || (!IsNameChar(sql[i - 1]) && sql[i - 1] != '.');
+    const bool boundary = i == 0 || (!IsSQLNameChar(sql[i - 1]) && sql[i - 1] != '.');
     if (boundary) {
       TDSField* field = nullptr;
       if (const std::size_t length = matcher.MatchExpression(lower, i, field); length > 0) {

@@ -47,20 +47,9 @@ bool EndsOperand(std::string_view token) {
   return false;
 }
 
-// Lower-cased, with every blank and line break taken out.
-std::string Squeezed(std::string_view text) {
-  std::string result;
-  result.reserve(text.size());
-  for (char c : text) {
-    if (static_cast<unsigned char>(c) > ' ') result += c;
-  }
-  return LowerCase(result);
-}
-
+// A byte that continues a dotted or quoted name.
 bool IsNameChar(char c) {
-  const auto u = static_cast<unsigned char>(c);
-  return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u >= 0x80 ||
-         c == '_' || c == '$' || c == '#' || c == '.' || c == '"';
+  return IsSQLNameChar(c) || c == '.' || c == '"';
 }
 
 // True when `name` occurs in `expr` as a whole name, case ignored: SUM(X.Y)
@@ -494,9 +483,9 @@ void TWSQLParser::ProcessOrderByNames() {
     const std::string item = ReadExpression({"asc", "desc", ";"});
     if (item.empty()) Error(msg::WrongSQL);
     int found = -1;
-    const std::string squeezed = Squeezed(item);
+    const std::string squeezed = BlanklessLowerCase(item);
     for (int i = 0; i < fields.Count() && found < 0; ++i) {
-      if (Squeezed(fields[i]->SQLExpr) == squeezed) found = i;
+      if (BlanklessLowerCase(fields[i]->SQLExpr) == squeezed) found = i;
     }
     for (int i = 0; i < fields.Count() && found < 0; ++i) {
       if (ContainsName(fields[i]->SQLExpr, item)) found = i;

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <optional>
 
@@ -22,16 +21,6 @@ constexpr std::string_view RewriteRules[] = {
     "@f != '@1'|->@f <> '@1'",
     "not(@f = '@1')|->@f <> '@1'",
 };
-
-bool IsBlank(char c) {
-  return static_cast<unsigned char>(c) <= ' ';
-}
-
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
 
 /// The text with a doubled quote read as one: the inside of an SQL string.
 std::string Undoubled(std::string_view text) {
@@ -59,7 +48,7 @@ std::vector<std::string_view> ListItems(std::string_view list) {
     } else if (c == ')') {
       --depth;
     } else if (c == ',' && (depth <= 0 || i == list.size())) {
-      items.push_back(Trimmed(list.substr(start, i - start)));
+      items.push_back(Trim(list.substr(start, i - start)));
       start = i + 1;
     }
   }
@@ -92,7 +81,7 @@ struct TConditionText {
       : Expr(parsed.Expr), Operator(parsed.Operator), Value(parsed.Value), Negated(parsed.Negated) {
     // "x is not null" written by hand: the NOT belongs to the whole condition.
     if (Operator == "is" && Value.size() > 4 && SameText(Value.substr(0, 3), "not") && IsBlank(Value[3])) {
-      Value = Trimmed(Value.substr(4));
+      Value = Trim(Value.substr(4));
       Negated = !Negated;
     }
   }
@@ -113,15 +102,6 @@ std::string TableColumnKey(const TDSTable* table, std::string_view column) {
 
 }  // namespace
 
-std::string SQLKey(std::string_view text) {
-  std::string key;
-  key.reserve(text.size());
-  for (char c : text) {
-    if (!IsBlank(c)) key += (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-  }
-  return key;
-}
-
 TSQLQueryReader::TSQLQueryReader(TWQuery& query, const TSQLTableList* tables)
     : query_(query), structure_(*query.DbStruct()), tables_(tables) {
   // Operators are tried from the one whose template spells out the most
@@ -139,7 +119,7 @@ TSQLQueryReader::TSQLQueryReader(TWQuery& query, const TSQLTableList* tables)
 
   for (int i = 0; i < structure_.FieldCount(); ++i) {
     TDSField* field = structure_.Fields(i);
-    fieldsBySQL_.try_emplace(SQLKey(field->GetSQLExpr()), field);
+    fieldsBySQL_.try_emplace(BlanklessLowerCase(field->GetSQLExpr()), field);
     if (field->Kind() != wfkData) continue;
     auto [it, added] = fieldsByColumn_.try_emplace(LowerCase(field->FieldExpr()), field);
     if (!added && it->second != field) it->second = nullptr;  // two tables have it: ambiguous
@@ -153,7 +133,7 @@ TSQLQueryReader::TSQLQueryReader(TWQuery& query, const TSQLTableList* tables)
       for (std::size_t start = 0; start <= text.size();) {
         const std::size_t found = text.find(" and ", start);
         const std::size_t end = found == std::string::npos ? text.size() : found;
-        const std::string key = SQLKey(std::string_view(text).substr(start, end - start));
+        const std::string key = BlanklessLowerCase(std::string_view(text).substr(start, end - start));
         joinConditions_.insert(std::string(WithoutOuterBrackets(key)));
         start = end + 5;
       }
@@ -162,7 +142,7 @@ TSQLQueryReader::TSQLQueryReader(TWQuery& query, const TSQLTableList* tables)
 }
 
 TDSField* TSQLQueryReader::FieldBySQL(std::string_view expr) const {
-  const std::string key = SQLKey(expr);
+  const std::string key = BlanklessLowerCase(expr);
   if (auto it = fieldsBySQL_.find(key); it != fieldsBySQL_.end()) return it->second;
   const std::size_t dot = key.find('.');
   if (dot == std::string::npos) {
@@ -194,36 +174,17 @@ TDSTable* TSQLQueryReader::TableOfQualifier(std::string_view qualifier) const {
 }
 
 std::string TSQLQueryReader::InStructureAliases(std::string_view expr) const {
-  const auto isName = [](char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '$' || c == '#' ||
-           static_cast<unsigned char>(c) >= 0x80;
-  };
   std::string result;
   result.reserve(expr.size());
-  std::size_t i = 0;
-  while (i < expr.size()) {
-    const char c = expr[i];
-    if (c == '\'' || c == '"') {  // strings and quoted names are copied whole
-      std::size_t close = expr.find(c, i + 1);
-      close = close == std::string_view::npos ? expr.size() : close + 1;
-      result.append(expr.substr(i, close - i));
-      i = close;
-      continue;
-    }
-    if (!isName(c) || (i > 0 && (isName(expr[i - 1]) || expr[i - 1] == '.'))) {
-      result += c;
-      ++i;
-      continue;
-    }
-    std::size_t end = i;
-    while (end < expr.size() && isName(expr[end])) ++end;
-    const std::string_view word = expr.substr(i, end - i);
-    const TDSTable* table = end < expr.size() && expr[end] == '.' ? TableOfQualifier(word) : nullptr;
-    const bool requalify = table != nullptr && !table->Alias().empty() && !SameText(table->Alias(), word);
-    result.append(requalify ? std::string_view(table->Alias()) : word);
-    i = end;
+  std::size_t copied = 0;
+  for (const auto& [at, length] : SQLQualifiers(expr)) {
+    const std::string_view word = expr.substr(at, length);
+    const TDSTable* table = TableOfQualifier(word);
+    if (table == nullptr || table->Alias().empty() || SameText(table->Alias(), word)) continue;
+    result.append(expr.substr(copied, at - copied)).append(table->Alias());
+    copied = at + length;
   }
-  return result;
+  return result.append(expr.substr(copied));
 }
 
 TDSOperator* TSQLQueryReader::Match(const TSQLCondition& condition, bool negated, const TDSField* field,
@@ -370,7 +331,7 @@ bool TSQLQueryReader::IsJoinCondition(const TSQLConditionNode& node) const {
   }
   const auto& condition = static_cast<const TSQLCondition&>(node);
   if (condition.Negated) return false;
-  return joinConditions_.contains(SQLKey(condition.Expr + condition.Operator + condition.Value));
+  return joinConditions_.contains(BlanklessLowerCase(condition.Expr + condition.Operator + condition.Value));
 }
 
 const TSQLBracket& TSQLQueryReader::ConditionsOf(TWParserResult& parsed) const {

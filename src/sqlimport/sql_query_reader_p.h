@@ -85,8 +85,5 @@ class TSQLQueryReader {
   std::unordered_set<std::string> joinConditions_;             // blanks and brackets removed, lower case
 };
 
-/// Text without blanks, in lower case: how expressions are compared.
-[[nodiscard]] std::string SQLKey(std::string_view text);
-
 }  // namespace detail
 }  // namespace ts4

@@ -7,18 +7,8 @@
 namespace ts4 {
 namespace {
 
-bool IsBlank(char c) {
-  return static_cast<unsigned char>(c) <= ' ';
-}
-
 char Lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
 }
 
 /// The marker at `at` ("@f", "@1" ... "@9"), or -1.
@@ -44,7 +34,7 @@ std::size_t LiteralEnd(std::string_view text, std::string_view literal, std::siz
 }  // namespace
 
 TSQLMatchText::TSQLMatchText(std::string_view text, std::string_view field)
-    : text_(text), delimiters_(text.size(), false) {
+    : text_(text), delimiters_(text.size(), false), fieldKey_(BlanklessLowerCase(field)) {
   bool inside = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] != '\'') continue;
@@ -54,10 +44,6 @@ TSQLMatchText::TSQLMatchText(std::string_view text, std::string_view field)
     }
     delimiters_[i] = true;
     inside = !inside;
-  }
-  fieldKey_.reserve(field.size());
-  for (char c : field) {
-    if (!IsBlank(c)) fieldKey_ += Lower(c);
   }
 }
 
@@ -150,7 +136,7 @@ class TSQLTemplate::TMatcher {
   /// Blanks around a value are layout, except inside a string.
   void Capture(const TSegment& marker, std::size_t from, std::size_t to) {
     const std::string_view text = chars_.substr(from, to - from);
-    captures_.Text[static_cast<std::size_t>(marker.Marker)] = marker.InString ? text : Trimmed(text);
+    captures_.Text[static_cast<std::size_t>(marker.Marker)] = marker.InString ? text : Trim(text);
   }
 
   static constexpr std::size_t npos = std::string_view::npos;
@@ -240,8 +226,8 @@ namespace {
 
 std::string_view RulePart(std::string_view rule, bool pattern) {
   const std::size_t at = rule.find("|->");
-  if (at == std::string_view::npos) return pattern ? Trimmed(rule) : std::string_view();
-  return Trimmed(pattern ? rule.substr(0, at) : rule.substr(at + 3));
+  if (at == std::string_view::npos) return pattern ? Trim(rule) : std::string_view();
+  return Trim(pattern ? rule.substr(0, at) : rule.substr(at + 3));
 }
 
 }  // namespace

@@ -55,7 +55,6 @@
 // and keeps alias, name, operator and ID look-ups in hash maps, so that
 // loading is linear in the text whatever the text holds.
 #include <algorithm>
-#include <cctype>
 #include <limits>
 #include <memory>
 #include <string>
@@ -334,29 +333,10 @@ void TStructureReader::ReadField(const TStrings& body, const std::string& sqlSec
 void TStructureReader::AddQualifyingTables(TDSField& field) const {
   // The text keeps no tables for a virtual field: they are the tables whose
   // aliases qualify the names in its expression ("I.QUANTITY * I.UNIT_PRICE").
-  const std::string& expr = field.FieldExpr();
-  const auto isName = [](char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '$' || c == '#' ||
-           static_cast<unsigned char>(c) >= 0x80;
-  };
-  std::size_t i = 0;
-  while (i < expr.size()) {
-    if (expr[i] == '\'' || expr[i] == '"') {  // no qualifiers inside strings and quoted names
-      const std::size_t close = expr.find(expr[i], i + 1);
-      i = close == std::string::npos ? expr.size() : close + 1;
-      continue;
-    }
-    if (!isName(expr[i]) || (i > 0 && (isName(expr[i - 1]) || expr[i - 1] == '.'))) {
-      ++i;
-      continue;
-    }
-    std::size_t end = i;
-    while (end < expr.size() && isName(expr[end])) ++end;
-    if (end < expr.size() && expr[end] == '.') {
-      auto it = tablesByAlias_.find(LowerCase(std::string_view(expr).substr(i, end - i)));
-      if (it != tablesByAlias_.end()) field.AddTable(*it->second);  // each table once
-    }
-    i = end;
+  const std::string_view expr = field.FieldExpr();
+  for (const auto& [at, length] : SQLQualifiers(expr)) {
+    auto it = tablesByAlias_.find(LowerCase(expr.substr(at, length)));
+    if (it != tablesByAlias_.end()) field.AddTable(*it->second);  // each table once
   }
 }
 
