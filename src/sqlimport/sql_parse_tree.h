@@ -101,6 +101,7 @@ class TWParserResult {
   TWParserResult();
   bool Distinct = false;
   bool AllFields = false;
+  bool Joined = false;  // a JOIN clause named a table
   TSQLResultFieldList ResultFields;
   std::unique_ptr<TSQLBracket> Where;  // never null; empty without WHERE
   TSQLTableList Tables;

@@ -240,6 +240,7 @@ void TWSQLParser::ProcessTable() {
 
 void TWSQLParser::ProcessTableJoins() {
   while (AtJoin()) {
+    result_->Joined = true;
     if (Is("left") || Is("right") || Is("full")) {
       Next();
       if (Is("outer")) Next();

@@ -134,7 +134,7 @@ TSQLQueryReader::TSQLQueryReader(TWQuery& query, const TSQLTableList* tables)
         const std::size_t found = text.find(" and ", start);
         const std::size_t end = found == std::string::npos ? text.size() : found;
         const std::string key = BlanklessLowerCase(std::string_view(text).substr(start, end - start));
-        joinConditions_.insert(std::string(WithoutOuterBrackets(key)));
+        joinConditions_.try_emplace(std::string(WithoutOuterBrackets(key)), link);
         start = end + 5;
       }
     }
@@ -320,25 +320,33 @@ std::string TSQLQueryReader::MainTableName(const TWParserResult& parsed) const {
   return isDefault ? std::string() : table->Name();
 }
 
-bool TSQLQueryReader::IsJoinCondition(const TSQLConditionNode& node) const {
+bool TSQLQueryReader::IsJoinCondition(const TSQLConditionNode& node,
+                                      const std::unordered_set<const TDSTable*>& tables) const {
   if (node.IsBracket()) {
     const auto& bracket = static_cast<const TSQLBracket&>(node);
     if (bracket.Negated || bracket.LinkOperator == "or" || bracket.Items.Empty()) return false;
     for (const TSQLConditionNode* item : bracket.Items) {
-      if (item->IsBracket() || !IsJoinCondition(*item)) return false;
+      if (item->IsBracket() || !IsJoinCondition(*item, tables)) return false;
     }
     return true;
   }
   const auto& condition = static_cast<const TSQLCondition&>(node);
   if (condition.Negated) return false;
-  return joinConditions_.contains(BlanklessLowerCase(condition.Expr + condition.Operator + condition.Value));
+  auto it = joinConditions_.find(BlanklessLowerCase(condition.Expr + condition.Operator + condition.Value));
+  return it != joinConditions_.end() && tables.contains(it->second->Table1()) &&
+         tables.contains(it->second->Table2());
 }
 
 const TSQLBracket& TSQLQueryReader::ConditionsOf(TWParserResult& parsed) const {
+  // A statement with JOIN clauses keeps its joins there: its WHERE is all conditions.
   TSQLBracket& where = *parsed.Where;
-  if (!where.Negated && where.LinkOperator != "or" && !joinConditions_.empty()) {
+  if (!parsed.Joined && !where.Negated && where.LinkOperator != "or" && !joinConditions_.empty()) {
+    std::unordered_set<const TDSTable*> tables;
+    for (const TSQLTable* table : parsed.Tables) {
+      if (const TDSTable* known = TableOfQualifier(table->Alias)) tables.insert(known);
+    }
     for (int i = where.Items.Count() - 1; i >= 0; --i) {
-      if (IsJoinCondition(*where.Items[i])) where.Items.Delete(i);
+      if (IsJoinCondition(*where.Items[i], tables)) where.Items.Delete(i);
     }
   }
   const TSQLBracket* root = &where;

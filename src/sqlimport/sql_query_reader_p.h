@@ -16,6 +16,7 @@
 namespace ts4 {
 
 class TDSField;
+class TDSLink;
 class TDSOperator;
 class TDSTable;
 class TFilterBracket;
@@ -68,7 +69,10 @@ class TSQLQueryReader {
   /// A value of the condition back as the user enters it.
   [[nodiscard]] std::string ValueFromSQL(TFieldType type, const TDSOperator& op, std::string_view raw,
                                          bool bare) const;
-  [[nodiscard]] bool IsJoinCondition(const TSQLConditionNode& node) const;
+  /// A condition (or an AND of them) joining two of the statement's tables
+  /// along a link, as the old syntaxes write it into WHERE.
+  [[nodiscard]] bool IsJoinCondition(const TSQLConditionNode& node,
+                                     const std::unordered_set<const TDSTable*>& tables) const;
   /// The structure table the statement names by that alias or name, or null.
   [[nodiscard]] TDSTable* TableOfQualifier(std::string_view qualifier) const;
   /// The expression with names qualified by the statement's own table
@@ -82,7 +86,8 @@ class TSQLQueryReader {
   std::vector<TSQLRewriteRule> rules_;
   std::unordered_map<std::string, TDSField*> fieldsBySQL_;     // blanks removed, lower case
   std::unordered_map<std::string, TDSField*> fieldsByColumn_;  // null when two tables have it
-  std::unordered_set<std::string> joinConditions_;             // blanks and brackets removed, lower case
+  // Each link's conditions, blanks and brackets removed, lower case.
+  std::unordered_map<std::string, const TDSLink*> joinConditions_;
 };
 
 }  // namespace detail

@@ -191,6 +191,15 @@ TEST(ParseSQL, DropsTheJoinConditionsOldSyntaxesWriteIntoWhere) {
   }
 }
 
+TEST(ParseSQL, KeepsLinkConditionsWhereTheyCannotBeJoins) {
+  // With JOIN clauses, or without both tables in FROM, such a condition is the user's.
+  EXPECT_EQ(
+      ConditionsOf("C.CUST_ID = O.CUST_ID (+)", "CUSTOMERS C LEFT JOIN ORDERS O ON C.CUST_ID = O.CUST_ID"),
+      "all[Customer No Equal (O.CUST_ID (+))]");
+  EXPECT_EQ(ConditionsOf("C.CUST_ID = O.CUST_ID"), "all[Customer No Equal (O.CUST_ID)]");
+  EXPECT_EQ(ConditionsOf("C.CUST_ID = O.CUST_ID", "CUSTOMERS C, ORDERS O"), "all[]");
+}
+
 TEST(ParseSQL, BadStatementsLeaveTheQueryAsItWas) {
   TWQuery query(&SalesStructure());
   query.LoadFromFile(TS4_EXAMPLE_DATA "/customers-by-city.qry");
