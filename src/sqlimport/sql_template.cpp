@@ -204,6 +204,11 @@ bool TSQLTemplate::Match(const TSQLMatchText& text, TSQLCaptures& captures, bool
   if (!MayMatch(text)) return false;
   if (MatchSegments(segments_, text, captures)) return true;
   if (!allowBare || bareSegments_.empty() || !MatchSegments(bareSegments_, text, captures)) return false;
+  // A value written bare is a plain operand: the query never writes one
+  // with a quote or a line break in it, so such text is not a value.
+  for (std::size_t k = 1; k < captures.Text.size(); ++k) {
+    if (captures.Text[k].find_first_of("'\r\n") != std::string::npos) return false;
+  }
   captures.Bare = true;
   return true;
 }

@@ -54,7 +54,8 @@ struct TSQLCaptures {
 /// when it holds the template's words. When the template does not match as
 /// written, it is tried once more without its quotes, the way values of
 /// types that are not quoted are written. A marker inside the template's
-/// quotes captures the inside of one string, never text across strings.
+/// quotes captures the inside of one string, never text across strings. A
+/// value captured without quotes holds no quote and no line break.
 class TSQLTemplate {
  public:
   explicit TSQLTemplate(std::string_view text);

@@ -27,6 +27,7 @@ TEST(SQLTemplate, CapturesTheValuesTheTemplateStandsFor) {
       {"@f = '@1'", "C.CITY = ' end '", "C.CITY", true, " end "},        // blanks inside quotes kept
       {"@f = '@1'", "C.CUST_ID = 5", "C.CUST_ID", true, "5", {}, true},  // written bare
       {"@f = '@1'", "C.CUST_ID =   5  ", "c.cust_id", true, "5", {}, true},
+      {"@f = '@1'", "C.CUST_ID = 5 'x'", "C.CUST_ID", false},  // not one plain operand
       {"@f = '@1'", "C.CITY = 'x = y'", "C.CITY", true, "x = y"},
       {"@f = '@1'", "C.CITY <> 'Riga'", "C.CITY", false},
       {"@f = '@1'", "C.TOWN = 'Riga'", "C.CITY", false},  // "@f" must be the left-hand side
