@@ -145,17 +145,18 @@ void TWScanner::Tokenize() {
     } else if (c == '\'') {
       // A doubled quote stands for one; an unclosed string runs to the end.
       ++p;
-      while (p < n) {
+      bool closed = false;
+      while (p < n && !closed) {
         if (s[p] != '\'') {
           ++p;
         } else if (p + 1 < n && s[p + 1] == '\'') {
           p += 2;
         } else {
           ++p;
-          break;
+          closed = true;
         }
       }
-      add(start, p, line, ttString);
+      add(start, p, line, closed ? ttString : ttUnclosed);
       line += CountBreaks(s, start, p);
     } else if (c == '"') {
       // The quote, the name up to the next lone quote on the line as one
@@ -175,7 +176,7 @@ void TWScanner::Tokenize() {
         }
         ++q;
       }
-      if (q > p) add(p, q, line, ttIdentifier);
+      if (q > p) add(p, q, line, closed ? ttIdentifier : ttUnclosed);
       if (closed) {
         add(q, q + 1, line, ttQuote);
         ++q;
@@ -309,9 +310,20 @@ void TWScanner::ExtractPiece(const TWScannerBookmark& from, const TWScannerBookm
   const std::size_t count = tokens_.size();
   if (from.Token >= count || to.Token <= from.Token) return;
   const std::size_t last = to.Token < count && includeTo ? to.Token : std::min(to.Token, count) - 1;
-  const std::size_t begin = tokens_[from.Token].Start;
-  const std::size_t end = tokens_[last].End;
-  text = Trim(std::string_view(source_).substr(begin, end - begin));
+  const std::string_view source = source_;
+  text.reserve(tokens_[last].End - tokens_[from.Token].Start);
+  for (std::size_t i = from.Token; i <= last; ++i) {
+    if (i > from.Token) {
+      const std::string_view gap = source.substr(tokens_[i - 1].End, tokens_[i].Start - tokens_[i - 1].End);
+      const bool comment = std::any_of(gap.begin(), gap.end(), [](char c) { return !IsBlank(c); });
+      if (comment) {
+        text += gap.find('\n') != std::string_view::npos ? "\r\n" : " ";  // lines stay lines
+      } else {
+        text += gap;
+      }
+    }
+    text += source.substr(tokens_[i].Start, tokens_[i].End - tokens_[i].Start);
+  }
 }
 
 }  // namespace ts4

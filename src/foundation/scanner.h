@@ -23,6 +23,7 @@ enum TTokenType : std::uint8_t {
   ttQuote = 5,       // a double-quote character
   ttNumber = 6,      // an unsigned integer
   ttFloat = 7,       // digits with a decimal point
+  ttUnclosed = 8,    // a string or a double-quoted name that is never closed
 };
 
 /// Marks a token of the source, for ExtractPiece.
@@ -90,8 +91,10 @@ class TWScanner {
   void GetBookmark(TWScannerBookmark& bookmark) const { bookmark.Token = current_; }
   /// The source text from the token marked `from` to the last token before
   /// the one marked `to` (the last token of the text when `to` is at the
-  /// end), spacing, case and comments between them as written, lines joined
-  /// by CR LF, blanks trimmed at both ends. With `includeTo` the token marked
+  /// end), spacing and case as written, lines joined by CR LF, blanks
+  /// trimmed at both ends. A comment between the tokens becomes one blank
+  /// (a line break when it spans lines), so the piece keeps its meaning
+  /// wherever it is written again. With `includeTo` the token marked
   /// `to` is part of the text. Empty when `to` is not after `from`.
   void ExtractPiece(const TWScannerBookmark& from, const TWScannerBookmark& to, std::string& text,
                     bool includeTo) const;

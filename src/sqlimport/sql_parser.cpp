@@ -88,6 +88,7 @@ void TWSQLParser::Parse() {
   depth_ = 0;
   scanner_.SetSource(sql_);
   scanner_.FirstToken();
+  if (scanner_.GetTokType() == ttUnclosed) Error(msg::WrongSQL);
   ProcessSelect();
   ProcessFrom();
   if (!scanner_.EOS() && Is("where")) ProcessWhere();

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/messages.h"
 #include "foundation/scanner.h"
 #include "foundation/strings.h"
 #include "sqlimport/sql_parse_tree.h"
@@ -58,7 +59,11 @@ class TWSQLParser {
 
  private:
   [[nodiscard]] bool Is(std::string_view word) const { return scanner_.GetTokStr() == word; }
-  void Next() { scanner_.NextToken(); }
+  /// Moves on; a string or quoted name that is never closed is bad SQL.
+  void Next() {
+    scanner_.NextToken();
+    if (scanner_.GetTokType() == ttUnclosed) Error(msg::WrongSQL);
+  }
   [[nodiscard]] bool AtJoin() const;
   [[nodiscard]] bool AtClause() const;
   std::string ProcessTableName();

@@ -22,7 +22,7 @@ void Load(TWScanner& scanner, const Lines& lines) {
 
 // Each token as a type letter, ":" and its normalised text.
 std::vector<std::string> Tokens(const Lines& lines) {
-  static const char letters[] = "EIKSTQNF";
+  static const char letters[] = "EIKSTQNFU";
   TWScanner scanner;
   Load(scanner, lines);
   std::vector<std::string> tokens;
@@ -60,13 +60,13 @@ INSTANTIATE_TEST_SUITE_P(
                    "bc"}},
         TokenCase{"control bytes separate", {std::string("a\x01") + '\0' + "b\tc"}, {"I:a", "I:b", "I:c"}},
         TokenCase{"comments", {"a -- b c", "d /* e", "f */ g /* open"}, {"I:a", "I:d", "I:g"}},
-        TokenCase{"strings", {"'it''s' 'x", "Y' 'open"}, {"T:'it''s'", "T:'x\r\nY'", "T:'open"}},
+        TokenCase{"strings", {"'it''s' 'x", "Y' 'open"}, {"T:'it''s'", "T:'x\r\nY'", "U:'open"}},
         TokenCase{"quoted names",
                   {"\"Order Details\".\"Unit \"\"Price\" \"\" x"},
                   {"Q:\"", "I:Order Details", "Q:\"", "S:.", "Q:\"", "I:Unit \"\"Price", "Q:\"", "Q:\"",
                    "Q:\"", "I:x"}},
         TokenCase{
-            "unclosed quoted name ends with its line", {"\"A b", "c\""}, {"Q:\"", "I:A b", "I:c", "Q:\""}},
+            "unclosed quoted name ends with its line", {"\"A b", "c\""}, {"Q:\"", "U:A b", "I:c", "Q:\""}},
         TokenCase{"nothing", {"", " -- only a comment"}, {}}),
     [](const auto& info) {
       std::string name = info.param.label;
@@ -152,7 +152,8 @@ TEST(Scanner, ExtractPieceGivesTheSourceAsWritten) {
   EXPECT_EQ(Piece({"x + 1 = 3"}, 0, 2, true), "x + 1");
   EXPECT_EQ(Piece({"x + 1 = 3"}, 3, 99), "= 3");
   EXPECT_EQ(Piece({"A +", "  b -- note", " = 1"}, 0, 3), "A +\r\n  b");
-  EXPECT_EQ(Piece({"a /* inner */ b /* after */ c"}, 0, 2), "a /* inner */ b");
+  EXPECT_EQ(Piece({"a /* inner */ b /* after */ c"}, 0, 2), "a b");  // a comment becomes a blank
+  EXPECT_EQ(Piece({"a -- note", "b"}, 0, 2), "a\r\nb");
   EXPECT_EQ(Piece({"a b"}, 1, 1), "");
   EXPECT_EQ(Piece({"a b"}, 1, 0, true), "");
 }
