@@ -161,6 +161,7 @@ void TWScanner::Tokenize() {
     } else if (c == '"') {
       // The quote, the name up to the next lone quote on the line as one
       // token (doubled quotes kept in it), and the closing quote if any.
+      const std::size_t quote = tokens_.size();
       add(p, p + 1, line, ttQuote);
       ++p;
       std::size_t q = p;
@@ -176,6 +177,7 @@ void TWScanner::Tokenize() {
         }
         ++q;
       }
+      if (!closed) tokens_[quote].Type = ttUnclosed;
       if (q > p) add(p, q, line, closed ? ttIdentifier : ttUnclosed);
       if (closed) {
         add(q, q + 1, line, ttQuote);

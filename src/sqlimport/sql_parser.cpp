@@ -128,6 +128,7 @@ void TWSQLParser::ProcessSelect() {
 
 void TWSQLParser::ProcessResultField() {
   std::string expr = ProcessSQLExpr();
+  if (expr.empty()) Error(msg::WrongSQL);  // "select , x" or "select from"
   std::string alias;
   if (Is("as")) {
     Next();

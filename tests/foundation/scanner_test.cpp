@@ -66,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {"Q:\"", "I:Order Details", "Q:\"", "S:.", "Q:\"", "I:Unit \"\"Price", "Q:\"", "Q:\"",
                    "Q:\"", "I:x"}},
         TokenCase{
-            "unclosed quoted name ends with its line", {"\"A b", "c\""}, {"Q:\"", "U:A b", "I:c", "Q:\""}},
+            "unclosed quoted name ends with its line", {"\"A b", "c\""}, {"U:\"", "U:A b", "I:c", "U:\""}},
         TokenCase{"nothing", {"", " -- only a comment"}, {}}),
     [](const auto& info) {
       std::string name = info.param.label;

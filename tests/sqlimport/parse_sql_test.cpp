@@ -214,6 +214,7 @@ TEST(ParseSQL, BadStatementsLeaveTheQueryAsItWas) {
   } cases[] = {
       {"DELETE FROM CUSTOMERS", 0, "Wrong SQL statement\r\nLine:1"},
       {"SELECT C.CITY as \"City\nFROM CUSTOMERS C", 0, "Wrong SQL statement\r\nLine:1"},  // never closed
+      {"SELECT C.CITY, \nFROM CUSTOMERS C", 0, "Wrong SQL statement\r\nLine:2"},
       {"SELECT *\nFROM CUSTOMERS C\nWHERE NOT (C.CITY = 'a' C.CITY = 'b')", 0, "Lost bracket\r\nLine:3"},
       {"SELECT * FROM CUSTOMERS C WHERE X.NOPE = 1", qecUnknownExprField,
        "Unknown field in expression: X.NOPE"},
