@@ -199,20 +199,25 @@ void TWQuery::TakeOverConditions(TWQuery& other) {
 
   root_->SetLinkType(other.root_->LinkType());
   root_->SetEnabled(other.root_->Enabled());
-  std::vector<std::unique_ptr<TFilterRow>> rows = std::move(other.root_->rows_);
+  // The rows move over whole and are numbered once; observers hear of each
+  // top-level row as if it had been inserted.
+  root_->rows_ = std::move(other.root_->rows_);
   other.root_->rows_.clear();
-  for (std::unique_ptr<TFilterRow>& row : rows) {
-    std::vector<TFilterRow*> pending = {row.get()};
-    while (!pending.empty()) {
-      TFilterRow* current = pending.back();
-      pending.pop_back();
-      current->query_ = this;
-      if (current->IsBracket()) {
-        for (const auto& child : static_cast<TFilterBracket*>(current)->rows_) pending.push_back(child.get());
-      }
-    }
-    root_->InsertRow(root_->GetRowCount(), std::move(row));
+  std::vector<TFilterRow*> pending;
+  for (const auto& row : root_->rows_) {
+    row->parent_ = root_.get();
+    pending.push_back(row.get());
   }
+  while (!pending.empty()) {
+    TFilterRow* current = pending.back();
+    pending.pop_back();
+    current->query_ = this;
+    if (current->IsBracket()) {
+      for (const auto& child : static_cast<TFilterBracket*>(current)->rows_) pending.push_back(child.get());
+    }
+  }
+  EnumerateRows(*root_, 1);
+  for (const auto& row : root_->rows_) RowInserted(*row);
   result_->ResultFields().Assign(other.result_->ResultFields());
 }
 

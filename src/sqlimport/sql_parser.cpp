@@ -272,7 +272,6 @@ void TWSQLParser::ProcessWhere() {
   if (!Is("where")) Error(msg::WrongSQL);
   Next();
   ProcessBoolExpr(*result_->Where);
-  result_->Where->DeleteEmptyBrackets();
   // A root that holds nothing but one bracket gives way to it.
   std::unique_ptr<TSQLBracket>& root = result_->Where;
   while (root->Items.Count() == 1 && root->Items[0]->IsBracket()) {
@@ -282,27 +281,47 @@ void TWSQLParser::ProcessWhere() {
   }
 }
 
-// Every level of brackets makes an "or" bracket holding "and" brackets;
-// DeleteEmptyBrackets folds the chains of single items away afterwards.
+namespace {
+
+// Joins the last item of the parent and what follows it into a new bracket
+// under the linking word. A level makes a bracket only once it has a second
+// item, so the tree never holds a bracket of a single item.
+TSQLBracket& JoinLastItem(TSQLBracket& parent, std::string_view word) {
+  std::unique_ptr<TSQLConditionNode> last = parent.Items.Extract(parent.Items.Count() - 1);
+  TSQLBracket& joined = *TSQLBracket::Create(&parent);
+  joined.LinkOperator = word;
+  last->Parent = &joined;
+  joined.Items.Add(std::move(last));
+  return joined;
+}
+
+void ToggleNegated(TSQLConditionNode& node) {
+  bool& negated =
+      node.IsBracket() ? static_cast<TSQLBracket&>(node).Negated : static_cast<TSQLCondition&>(node).Negated;
+  negated = !negated;
+}
+
+}  // namespace
+
 void TWSQLParser::ProcessBoolExpr(TSQLBracket& parent) {
-  TSQLBracket& child = *TSQLBracket::Create(&parent);
-  child.LinkOperator = "or";
-  while (true) {
-    ProcessBoolTerm(child);
-    if (!Is("or")) break;
+  ProcessBoolTerm(parent);
+  TSQLBracket* joined = nullptr;
+  while (Is("or")) {
     Next();
     if (scanner_.EOS()) break;
+    if (joined == nullptr) joined = &JoinLastItem(parent, "or");
+    ProcessBoolTerm(*joined);
   }
 }
 
 void TWSQLParser::ProcessBoolTerm(TSQLBracket& parent) {
-  TSQLBracket& child = *TSQLBracket::Create(&parent);
-  child.LinkOperator = "and";
-  while (true) {
-    ProcessBoolFactor(child);
-    if (!Is("and")) break;
+  ProcessBoolFactor(parent);
+  TSQLBracket* joined = nullptr;
+  while (Is("and")) {
     Next();
     if (scanner_.EOS()) break;
+    if (joined == nullptr) joined = &JoinLastItem(parent, "and");
+    ProcessBoolFactor(*joined);
   }
 }
 
@@ -330,7 +349,7 @@ void TWSQLParser::ProcessBoolFactor(TSQLBracket& bracket) {
       Next();
       ++depth_;
       ProcessBoolExpr(bracket);
-      static_cast<TSQLBracket*>(bracket.Items.Last())->Negated = negate;
+      if (negate) ToggleNegated(*bracket.Items.Last());
       if (!Is(")")) Error(msg::LostBracket);
       Next();
       --depth_;
