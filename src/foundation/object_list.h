@@ -64,6 +64,8 @@ class TWObjectList {
     items_.insert(items_.begin() + to, std::move(item));
   }
   void Clear() { items_.clear(); }
+  /// Makes room for that many items without moving the list again.
+  void Reserve(int count) { items_.reserve(static_cast<std::size_t>(std::max(count, 0))); }
   /// Frees every item the predicate holds for, in one pass; returns how many.
   template <typename Pred>
   int DeleteIf(Pred pred) {

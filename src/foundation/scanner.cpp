@@ -118,9 +118,23 @@ void TWScanner::Tokenize() {
   std::vector<std::string> words;
   for (const std::string& word : keywords_) words.push_back(LowerCase(word));
   const std::unordered_set<std::string_view> keywords(words.begin(), words.end());
+  // Most words are names: their length or first letter rules them out
+  // before the set is asked.
+  std::array<bool, 256> keywordStarts{};
+  std::size_t longestKeyword = 0;
+  for (const std::string& word : words) {
+    if (word.empty()) continue;
+    keywordStarts[static_cast<unsigned char>(word.front())] = true;
+    longestKeyword = std::max(longestKeyword, word.size());
+  }
+  const auto isKeyword = [&](std::size_t start, std::size_t end) {
+    return end - start <= longestKeyword && keywordStarts[static_cast<unsigned char>(text_[start])] &&
+           keywords.contains(std::string_view(text_).substr(start, end - start));
+  };
 
   const std::string_view s = source_;
   const std::size_t n = s.size();
+  tokens_.reserve(n / 3 + 16);  // SQL has a token for every three or four bytes
   int line = 1;
   std::size_t p = 0;
   auto add = [this](std::size_t start, std::size_t end, int startLine, TTokenType type) {
@@ -189,8 +203,7 @@ void TWScanner::Tokenize() {
         if (s[p] >= 'A' && s[p] <= 'Z') text_[p] = static_cast<char>(s[p] - 'A' + 'a');
         ++p;
       }
-      const bool keyword = keywords.contains(std::string_view(text_).substr(start, p - start));
-      add(start, p, line, keyword ? ttKeyword : ttIdentifier);
+      add(start, p, line, isKeyword(start, p) ? ttKeyword : ttIdentifier);
     } else if (cls == ccDigit) {
       while (p < n && ClassOf(s[p]) == ccDigit) ++p;
       TTokenType type = ttNumber;

@@ -1,6 +1,8 @@
 #include "query/filter_row.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
@@ -17,6 +19,13 @@ void TFilterRow::SetEnabled(bool enabled) {
   if (enabled_ == enabled) return;
   enabled_ = enabled;
   NotifyChanged();
+}
+
+void TFilterRow::NumberAs(const std::string& parentID, int number) {
+  // Rows are numbered by the hundred thousand when a long query loads: no temporaries.
+  std::array<char, 16> digits{};
+  char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+  rowID_.assign(parentID).append(digits.data(), end).push_back('.');
 }
 
 int TFilterRow::Index() const {
@@ -93,7 +102,7 @@ void TFilterBracket::RenumberFrom(int first) {
     if (row.IsBracket()) {
       Query().EnumerateRows(static_cast<TFilterBracket&>(row), i + 1);
     } else {
-      row.rowID_ = RowID() + std::to_string(i + 1) + ".";
+      row.NumberAs(RowID(), i + 1);
     }
   }
 }

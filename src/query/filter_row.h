@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <string>
@@ -55,6 +56,9 @@ class TFilterRow {
  private:
   friend class TFilterBracket;
   friend class TWQuery;
+  /// Makes the row ID the parent's followed by the number and a point.
+  void NumberAs(const std::string& parentID, int number);
+
   TWQuery* query_;
   TFilterBracket* parent_ = nullptr;
   std::string rowID_;
@@ -85,6 +89,8 @@ class TFilterBracket final : public TFilterRow {
   TFilterCond* InsertCond(int index);
   TFilterBracket* InsertBracket(int index);
   TFilterCond* AddCond() { return InsertCond(GetRowCount()); }
+  /// Makes room for that many rows, for a caller about to add them.
+  void ReserveRows(int count) { rows_.reserve(static_cast<std::size_t>(std::max(count, 0))); }
   TFilterBracket* AddBracket() { return InsertBracket(GetRowCount()); }
 
   /// Where a row with panel line `rowNum` belongs among the children.

@@ -98,13 +98,13 @@ void TWQuery::ForgetStructureItems(const TStructureRemoval* removal) {
 // ---- Condition tree ---------------------------------------------------------------
 
 void TWQuery::EnumerateRows(TFilterBracket& bracket, int number) {
-  if (bracket.Parent() != nullptr) bracket.rowID_ = bracket.Parent()->RowID() + std::to_string(number) + ".";
+  if (bracket.Parent() != nullptr) bracket.NumberAs(bracket.Parent()->RowID(), number);
   for (int i = 0; i < bracket.GetRowCount(); ++i) {
     TFilterRow& row = *bracket.rows_[static_cast<std::size_t>(i)];
     if (row.IsBracket()) {
       EnumerateRows(static_cast<TFilterBracket&>(row), i + 1);  // depth is bounded by MaxBracketDepth
     } else {
-      row.rowID_ = bracket.RowID() + std::to_string(i + 1) + ".";
+      row.NumberAs(bracket.RowID(), i + 1);
     }
   }
   if (&bracket == root_.get()) Notify([](TQueryObserver& o) { o.RowsRenumbered(); });

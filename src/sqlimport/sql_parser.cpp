@@ -290,6 +290,7 @@ TSQLBracket& JoinLastItem(TSQLBracket& parent, std::string_view word) {
   std::unique_ptr<TSQLConditionNode> last = parent.Items.Extract(parent.Items.Count() - 1);
   TSQLBracket& joined = *TSQLBracket::Create(&parent);
   joined.LinkOperator = word;
+  joined.Items.Reserve(8);  // a joined level has a few items, often many
   last->Parent = &joined;
   joined.Items.Add(std::move(last));
   return joined;

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
@@ -86,12 +85,15 @@ struct TConditionText {
     }
   }
 
-  [[nodiscard]] std::string SQL(bool negated) const {
-    std::string text;
-    text.reserve(Expr.size() + Operator.size() + Value.size() + 8);
+  void SQL(bool negated, std::string& text) const {
+    text.clear();
     if (negated) text += "not(";
     text.append(Expr).append(" ").append(Operator).append(" ").append(Value);
     if (negated) text += ")";
+  }
+  [[nodiscard]] std::string SQL(bool negated) const {
+    std::string text;
+    SQL(negated, text);
     return text;
   }
 };
@@ -193,17 +195,18 @@ TDSOperator* TSQLQueryReader::Match(const TSQLCondition& condition, bool negated
   // "C.CITY = C.COMPANY" as the text 'C.COMPANY' would change its meaning.
   const bool allowBare = field == nullptr || !structure_.QuotedTypes().Contains(field->FieldType());
   const TConditionText parts(condition);
-  std::string text = parts.SQL(negated);
-  std::optional<TSQLMatchText> matchText(std::in_place, text, parts.Expr);
-  std::string rewritten;
+  std::string& text = scratch_.Text;
+  parts.SQL(negated, text);
+  TSQLMatchText& prepared = scratch_.Prepared;
+  prepared.Reset(text, parts.Expr);
   for (const TSQLRewriteRule& rule : rules_) {
-    if (!rule.Apply(*matchText, rewritten)) continue;
-    text.swap(rewritten);
-    matchText.emplace(text, parts.Expr);
+    if (!rule.Apply(prepared, scratch_.Rewritten)) continue;
+    text.swap(scratch_.Rewritten);
+    prepared.Reset(text, parts.Expr);
   }
   for (const TCandidate& candidate : candidates_) {
     if (condition.IsSubQuery && candidate.Operator->ValueType() != vtSubQuery) continue;
-    if (candidate.Template.Match(*matchText, captures, allowBare)) return candidate.Operator;
+    if (candidate.Template.Match(prepared, captures, allowBare)) return candidate.Operator;
   }
   if (parts.Operator != "like") return nullptr;
   // A LIKE no template explains: its pattern as written, as "contains" (or
@@ -286,6 +289,7 @@ void TSQLQueryReader::AddCondition(TFilterBracket& bracket, const TSQLCondition&
 void TSQLQueryReader::ProcessSQLBracket(TFilterBracket& bracket, const TSQLBracket& parsed) const {
   const bool any = parsed.LinkOperator == "or";
   bracket.SetLinkType(parsed.Negated ? (any ? fltNone : fltNotAll) : (any ? fltAny : fltAll));
+  bracket.ReserveRows(bracket.GetRowCount() + parsed.Items.Count());
   for (const TSQLConditionNode* node : parsed.Items) {
     if (node->IsBracket()) {
       // Depth is bounded by the parser's nesting limit.

@@ -79,6 +79,13 @@ class TSQLQueryReader {
   /// aliases ("cu.CITY") qualified by the structure's instead ("C.CITY").
   [[nodiscard]] std::string InStructureAliases(std::string_view expr) const;
 
+  // Working storage of Match, kept from condition to condition.
+  struct TScratch {
+    std::string Text;
+    std::string Rewritten;
+    TSQLMatchText Prepared;
+  };
+
   TWQuery& query_;
   TWCustomDBStructure& structure_;
   const TSQLTableList* tables_;
@@ -88,6 +95,7 @@ class TSQLQueryReader {
   std::unordered_map<std::string, TDSField*> fieldsByColumn_;  // null when two tables have it
   // Each link's conditions, blanks and brackets removed, lower case.
   std::unordered_map<std::string, const TDSLink*> joinConditions_;
+  mutable TScratch scratch_;
 };
 
 }  // namespace detail

@@ -33,8 +33,11 @@ std::size_t LiteralEnd(std::string_view text, std::string_view literal, std::siz
 
 }  // namespace
 
-TSQLMatchText::TSQLMatchText(std::string_view text, std::string_view field)
-    : text_(text), delimiters_(text.size(), false), fieldKey_(BlanklessLowerCase(field)) {
+void TSQLMatchText::Reset(std::string_view text, std::string_view field) {
+  text_ = text;
+  delimiters_.assign(text.size(), false);
+  fieldKey_ = BlanklessLowerCase(field);
+  knownEnds_ = 0;
   bool inside = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] != '\'') continue;
@@ -177,9 +180,10 @@ TSQLTemplate::TSQLTemplate(std::string_view text) : text_(text) {
   if (fieldAt < segments_.size() && segments_[fieldAt].Marker == 0) {
     lead_ = fieldAt == 1 ? segments_[0].Literal : std::string();
     fieldFirst_ = lead_.find('\'') == std::string::npos;
-    if (fieldAt + 1 < segments_.size() && segments_[fieldAt + 1].Marker < 0 &&
-        segments_[fieldAt + 1].Literal.front() != '\'')
-      afterField_ = segments_[fieldAt + 1].Literal.front();
+    if (fieldAt + 1 < segments_.size() && segments_[fieldAt + 1].Marker < 0) {
+      const std::string& next = segments_[fieldAt + 1].Literal;
+      afterField_ = next.substr(0, next.find('\''));
+    }
   }
 }
 
@@ -194,10 +198,7 @@ bool TSQLTemplate::MayMatch(const TSQLMatchText& text) const {
   if (!fieldFirst_) return true;
   std::size_t at = text.FieldEnd(lead_);
   if (at == std::string_view::npos) return false;
-  if (afterField_ == 0) return true;
-  const std::string_view chars = text.Text();
-  while (at < chars.size() && IsBlank(chars[at])) ++at;
-  return at < chars.size() && Lower(chars[at]) == afterField_;
+  return LiteralEnd(text.Text(), afterField_, at) != std::string_view::npos;
 }
 
 bool TSQLTemplate::Match(const TSQLMatchText& text, TSQLCaptures& captures, bool allowBare) const {
@@ -241,6 +242,7 @@ TSQLRewriteRule::TSQLRewriteRule(std::string_view rule)
     : pattern_(RulePart(rule, true)), replacement_(RulePart(rule, false)) {}
 
 bool TSQLRewriteRule::Apply(const TSQLMatchText& text, std::string& rewritten) const {
+  if (!pattern_.MayMatch(text)) return false;
   TSQLCaptures captures;
   if (!pattern_.Match(text, captures)) return false;
   rewritten = replacement_.Fill(captures);

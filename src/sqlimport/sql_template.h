@@ -14,7 +14,10 @@ namespace ts4 {
 /// expression ends after each lead ("" or "not(") asked about.
 class TSQLMatchText {
  public:
-  TSQLMatchText(std::string_view text, std::string_view field);
+  TSQLMatchText() = default;
+  TSQLMatchText(std::string_view text, std::string_view field) { Reset(text, field); }
+  /// Prepares another text, keeping the storage of the last one.
+  void Reset(std::string_view text, std::string_view field);
   [[nodiscard]] std::string_view Text() const { return text_; }
   [[nodiscard]] bool IsDelimiter(std::size_t at) const { return delimiters_[at]; }
   /// The left-hand expression in lower case without blanks.
@@ -65,6 +68,9 @@ class TSQLTemplate {
   /// template spells out, the better a match with it explains a condition.
   [[nodiscard]] int Weight() const { return weight_; }
 
+  /// A quick look at the text right after the left-hand expression: false
+  /// when the template cannot match it.
+  [[nodiscard]] bool MayMatch(const TSQLMatchText& text) const;
   /// `allowBare` allows the second try without quotes.
   [[nodiscard]] bool Match(const TSQLMatchText& text, TSQLCaptures& captures, bool allowBare = true) const;
   /// The template with its markers replaced by the captured texts (quotes
@@ -81,18 +87,16 @@ class TSQLTemplate {
 
   [[nodiscard]] static bool MatchSegments(const std::vector<TSegment>& segments, const TSQLMatchText& text,
                                           TSQLCaptures& captures);
-  /// A quick look at the text right after the left-hand expression.
-  [[nodiscard]] bool MayMatch(const TSQLMatchText& text) const;
-
   std::string text_;
   std::vector<TSegment> segments_;
   std::vector<TSegment> bareSegments_;  // the same without quotes; empty when it has none
   int weight_ = 0;
   // When the template starts with "@f" (after a lead such as "not("): the
-  // lead, and the first character that must follow the expression (0 for any).
+  // lead, and the text that must follow the expression up to its first
+  // quote (blanks removed, lower case; empty for any).
   bool fieldFirst_ = false;
   std::string lead_;
-  char afterField_ = 0;
+  std::string afterField_;
 };
 
 /// A rewrite rule "pattern|->replacement": a condition that matches the
