@@ -92,8 +92,7 @@ void TWScanner::SetSource(const TStrings& lines) {
   }
   text_.clear();
   tokens_.clear();
-  pairTables_.clear();
-  hitTables_.clear();
+  answers_.clear();
   lastLine_ = 1;
   current_ = 0;
   tokenized_ = false;
@@ -111,8 +110,7 @@ void TWScanner::Tokenize() {
   // source; its normalised text is the same range of text_, a copy of the
   // source in which the words are lower-cased, so no token allocates.
   tokens_.clear();
-  pairTables_.clear();
-  hitTables_.clear();
+  answers_.clear();
   text_ = source_;
 
   std::vector<std::string> words;
@@ -243,16 +241,14 @@ int TWScanner::GetTokLine() const {
 
 bool TWScanner::ScanToPair(std::string_view open, std::string_view close, std::string_view skip,
                            std::string_view list) {
-  // Both answers come from tables built once per pair and list, so a parser
+  // The answers come from a table built once per question, so a parser
   // that asks at every bracket of a deeply nested text stays linear.
   Prepare();
   if (EOS() || GetTokStr() != open) return false;
-  const std::size_t match = Pairs(open, close)[current_];
-  if (match == npos) return false;
-  return Hits(skip, list)[current_ + 1] < match;
+  return Answers(open, close, skip, list)[current_];
 }
 
-// The tables below look at every token of a text that may be megabytes
+// The table below looks at every token of a text that may be megabytes
 // long, so a token is first told apart by its length and first byte.
 bool TWScanner::TokenIs(std::size_t index, std::string_view word) const {
   const TToken& token = tokens_.data()[index];
@@ -262,47 +258,61 @@ bool TWScanner::TokenIs(std::size_t index, std::string_view word) const {
          (size == 1 || std::memcmp(text, word.data(), size) == 0);
 }
 
-const std::vector<std::size_t>& TWScanner::Pairs(std::string_view open, std::string_view close) {
-  for (const TPairTable& table : pairTables_) {
-    if (table.Open == open && table.Close == close) return table.Match;
+const std::vector<bool>& TWScanner::Answers(std::string_view open, std::string_view close,
+                                            std::string_view skip, std::string_view list) {
+  for (const TPairAnswers& table : answers_) {
+    if (table.Open == open && table.Close == close && table.Skip == skip && table.List == list)
+      return table.Answer;
   }
-  if (pairTables_.size() >= MaxCachedTables) pairTables_.erase(pairTables_.begin());
-  TPairTable& table = pairTables_.emplace_back();
+  if (answers_.size() >= MaxCachedTables) answers_.erase(answers_.begin());
+  TPairAnswers& table = answers_.emplace_back();
   table.Open = open;
   table.Close = close;
-  table.Match.assign(tokens_.size(), npos);
-  // Testing close first pairs consecutive tokens when open and close are the same.
-  std::size_t* match = table.Match.data();
-  std::vector<std::size_t> opened;
-  for (std::size_t i = 0; i < tokens_.size(); ++i) {
-    if (!opened.empty() && TokenIs(i, close)) {
-      match[opened.back()] = i;
-      opened.pop_back();
-    } else if (TokenIs(i, open)) {
-      opened.push_back(i);
-    }
-  }
-  return table.Match;
-}
-
-const std::vector<std::size_t>& TWScanner::Hits(std::string_view skip, std::string_view list) {
-  for (const THitTable& table : hitTables_) {
-    if (table.Skip == skip && table.List == list) return table.First;
-  }
-  if (hitTables_.size() >= MaxCachedTables) hitTables_.erase(hitTables_.begin());
-  THitTable& table = hitTables_.emplace_back();
   table.Skip = skip;
   table.List = list;
+  const std::size_t count = tokens_.size();
+  table.Answer.assign(count, false);
+
+  // Opens and closes pair as a forward scan pairs them: a close goes with
+  // the nearest open before it that is still unpaired. When the two words
+  // are the same, their occurrences pair up in turn from the start.
+  std::vector<std::size_t> sameClose;
+  if (open == close) {
+    sameClose.assign(count, npos);
+    std::size_t opened = npos;
+    for (std::size_t i = 0; i < count; ++i) {
+      if (!TokenIs(i, open)) continue;
+      if (opened == npos) {
+        opened = i;
+      } else {
+        sameClose[opened] = i;
+        opened = npos;
+      }
+    }
+  }
   const std::vector<std::string_view> words = SplitList(list);
   std::array<bool, 256> starts{};
   for (std::string_view word : words) starts[static_cast<unsigned char>(word.front())] = true;
-  // Backwards, with the answer for each of the two states a scan can be in
-  // at the next token: nothing pending, or a skip word waiting to swallow
-  // the next list word.
-  table.First.assign(tokens_.size() + 1, npos);
+  // Backwards, with the first counted list word after each token for each
+  // of the two states a scan can be in there: nothing pending, or a skip
+  // word waiting to swallow the next list word. Walking backwards, the
+  // closes not yet paired wait on a stack for their opens.
+  std::vector<std::size_t> closes;
   std::size_t idle = npos;
   std::size_t pending = npos;
-  for (std::size_t i = tokens_.size(); i-- > 0;) {
+  for (std::size_t i = count; i-- > 0;) {
+    std::size_t match = npos;
+    if (open == close) {
+      match = sameClose[i];
+    } else if (TokenIs(i, close)) {
+      closes.push_back(i);
+    } else if (TokenIs(i, open) && !closes.empty()) {
+      match = closes.back();
+      closes.pop_back();
+    }
+    // `idle` is still the first hit after this token, as a scan from its
+    // next token finds it.
+    if (match != npos) table.Answer[i] = idle < match;
     bool listed = false;
     if (starts[static_cast<unsigned char>(text_.data()[tokens_.data()[i].Start])]) {
       for (std::string_view word : words) listed = listed || TokenIs(i, word);
@@ -313,9 +323,8 @@ const std::vector<std::size_t>& TWScanner::Hits(std::string_view skip, std::stri
     } else if (TokenIs(i, skip)) {
       idle = pending;
     }
-    table.First.data()[i] = idle;
   }
-  return table.First;
+  return table.Answer;
 }
 
 void TWScanner::ExtractPiece(const TWScannerBookmark& from, const TWScannerBookmark& to, std::string& text,

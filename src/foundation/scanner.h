@@ -106,25 +106,21 @@ class TWScanner {
     int Line = 1;           // 1-based line of its first character
     TTokenType Type = ttEnd;
   };
-  // The matching close of every token for one open/close pair (npos when none).
-  struct TPairTable {
+  // For one question ScanToPair is asked (open, close, skip word, word
+  // list): at each open token, the answer.
+  struct TPairAnswers {
     std::string Open;
     std::string Close;
-    std::vector<std::size_t> Match;
-  };
-  // For one skip word and word list: the first counted list word at or after
-  // each token, starting with no skip pending (npos when none).
-  struct THitTable {
     std::string Skip;
     std::string List;
-    std::vector<std::size_t> First;
+    std::vector<bool> Answer;
   };
 
   void Prepare();
   void Tokenize();
   [[nodiscard]] bool TokenIs(std::size_t index, std::string_view word) const;
-  [[nodiscard]] const std::vector<std::size_t>& Pairs(std::string_view open, std::string_view close);
-  [[nodiscard]] const std::vector<std::size_t>& Hits(std::string_view skip, std::string_view list);
+  [[nodiscard]] const std::vector<bool>& Answers(std::string_view open, std::string_view close,
+                                                 std::string_view skip, std::string_view list);
 
   TSourceStyle style_ = TSourceStyle::ssSQLText;
   TStrings keywords_;
@@ -134,8 +130,7 @@ class TWScanner {
   int lastLine_ = 1;
   std::size_t current_ = 0;
   bool tokenized_ = false;
-  std::vector<TPairTable> pairTables_;
-  std::vector<THitTable> hitTables_;
+  std::vector<TPairAnswers> answers_;
 };
 
 }  // namespace ts4

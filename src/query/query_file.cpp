@@ -199,8 +199,8 @@ void TWQuery::TakeOverConditions(TWQuery& other) {
 
   root_->SetLinkType(other.root_->LinkType());
   root_->SetEnabled(other.root_->Enabled());
-  // The rows move over whole and are numbered once; observers hear of each
-  // top-level row as if it had been inserted.
+  // The rows move over whole. Both roots have the empty ID, so the rows keep
+  // theirs; observers hear of each top-level row as if it had been inserted.
   root_->rows_ = std::move(other.root_->rows_);
   other.root_->rows_.clear();
   std::vector<TFilterRow*> pending;
@@ -216,7 +216,6 @@ void TWQuery::TakeOverConditions(TWQuery& other) {
       for (const auto& child : static_cast<TFilterBracket*>(current)->rows_) pending.push_back(child.get());
     }
   }
-  EnumerateRows(*root_, 1);
   for (const auto& row : root_->rows_) RowInserted(*row);
   result_->ResultFields().Assign(other.result_->ResultFields());
 }

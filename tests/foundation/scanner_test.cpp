@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <vector>
 
@@ -125,6 +126,58 @@ TEST(Scanner, ScanToPairLooksForListWordsInsideThePair) {
                                      : scanner.ScanToPair("(", ")", "between", "and,or");
     EXPECT_EQ(found, c.expected) << c.text << " at " << c.at;
     EXPECT_EQ(scanner.GetTokStr(), before) << "moved";
+  }
+}
+
+// ScanToPair as a plain forward scan: pairs found from the start of the
+// text (a close goes with the nearest unpaired open; equal words pair in
+// turn), then the words inside the pair counted one by one.
+bool ScanToPairByHand(const std::vector<std::string>& tokens, std::size_t at, const std::string& open,
+                      const std::string& close, const std::string& skip) {
+  if (tokens[at] != open) return false;
+  std::vector<std::size_t> match(tokens.size(), std::string::npos);
+  std::vector<std::size_t> opened;
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    if (!opened.empty() && tokens[i] == close) {
+      match[opened.back()] = i;
+      opened.pop_back();
+    } else if (tokens[i] == open) {
+      opened.push_back(i);
+    }
+  }
+  bool skipping = false;
+  for (std::size_t i = at + 1; i < match[at] && match[at] != std::string::npos; ++i) {
+    if (tokens[i] == "and" || tokens[i] == "or") {
+      if (!skipping) return true;
+      skipping = false;
+    } else if (tokens[i] == skip) {
+      skipping = true;
+    }
+  }
+  return false;
+}
+
+TEST(Scanner, ScanToPairAgreesWithAPlainScanOnAnyText) {
+  // Random texts with unbalanced brackets, skip words and equal open and close words.
+  const std::vector<std::string> alphabet = {"(", ")", "|", "and", "or", "between", "x"};
+  std::mt19937 random(7);
+  for (int round = 0; round < 3000; ++round) {
+    std::vector<std::string> tokens(random() % 24);
+    std::string text;
+    for (std::string& token : tokens) {
+      token = alphabet[random() % alphabet.size()];
+      text += token + " ";
+    }
+    const bool same = round % 2 == 1;
+    const std::string open = same ? "|" : "(";
+    const std::string close = same ? "|" : ")";
+    TWScanner scanner;
+    Load(scanner, {text});
+    for (std::size_t at = 0; at < tokens.size(); ++at, scanner.NextToken()) {
+      EXPECT_EQ(scanner.ScanToPair(open, close, "between", "and,or"),
+                ScanToPairByHand(tokens, at, open, close, "between"))
+          << text << " at " << at;
+    }
   }
 }
 

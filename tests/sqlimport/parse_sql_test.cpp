@@ -116,6 +116,25 @@ TEST(ParseSQL, NegatedGroupsAndConditionsBecomeNoneAndNotAllBrackets) {
   for (const auto& c : cases) EXPECT_EQ(ConditionsOf(c.Where), c.Expected) << c.Where;
 }
 
+TEST(ParseSQL, RowsReadIntoAQueryThatHadRowsCarryTheirPathsAsIDs) {
+  TWQuery query(&SalesStructure());
+  query.Root().AddBracket()->AddCond();
+  query.ParseSQL(
+      "SELECT * FROM CUSTOMERS C WHERE C.CITY = 'a' AND NOT (C.CITY = 'b' OR C.CITY = 'c') AND C.CITY < 'd'");
+  std::vector<std::string> ids;
+  std::vector<const TFilterRow*> pending = {&query.Root()};
+  while (!pending.empty()) {
+    const TFilterRow* row = pending.back();
+    pending.pop_back();
+    ids.push_back(row->RowID());
+    EXPECT_EQ(&row->Query(), &query) << row->RowID();
+    if (!row->IsBracket()) continue;
+    const auto& bracket = static_cast<const TFilterBracket&>(*row);
+    for (int i = bracket.GetRowCount() - 1; i >= 0; --i) pending.push_back(bracket.GetRow(i));
+  }
+  EXPECT_EQ(ids, (std::vector<std::string>{"", "1.", "2.", "2.1.", "2.2.", "3."}));
+}
+
 TEST(ParseSQL, ReadsResultFieldsWithTheirSortingButNotTheirAliases) {
   TWQuery query(&SalesStructure());
   query.SetSQLOptions({});
