@@ -60,12 +60,10 @@ void TSQLBracket::DeleteEmptyBrackets() {
     while (!bracket->Items.Empty()) items.push_back(bracket->Items.Extract(bracket->Items.Count() - 1));
     for (auto item = items.rbegin(); item != items.rend(); ++item) {
       while ((*item)->IsBracket() && static_cast<TSQLBracket&>(**item).Items.Count() == 1) {
-        const bool lonelyNot = static_cast<TSQLBracket&>(**item).Negated;
+        const bool lonelyNot = (*item)->Negated;
         std::unique_ptr<TSQLConditionNode> single = static_cast<TSQLBracket&>(**item).Items.Extract(0);
         // The NOT of the bracket that goes moves onto its item.
-        bool& negated = single->IsBracket() ? static_cast<TSQLBracket&>(*single).Negated
-                                            : static_cast<TSQLCondition&>(*single).Negated;
-        negated = negated != lonelyNot;
+        single->Negated = single->Negated != lonelyNot;
         *item = std::move(single);
       }
       (*item)->Parent = bracket;

@@ -53,6 +53,7 @@ class TSQLConditionNode {
   virtual ~TSQLConditionNode() = default;
   [[nodiscard]] virtual bool IsBracket() const = 0;
   TSQLBracket* Parent = nullptr;
+  bool Negated = false;  // a NOT in front of it (an odd number of them)
 
  protected:
   TSQLConditionNode() = default;
@@ -68,7 +69,6 @@ class TSQLBracket final : public TSQLConditionNode {
   static TSQLBracket* Create(TSQLBracket* parent);
   [[nodiscard]] bool IsBracket() const override { return true; }
 
-  bool Negated = false;      // a NOT in front of the bracket
   std::string LinkOperator;  // "or" or "and"
   TSQLConditionNodeList Items;
 
@@ -88,7 +88,6 @@ class TSQLCondition final : public TSQLConditionNode {
   std::string Expr;      // left side
   std::string Value;     // right side; for "between" both bounds joined by " and "
   std::string Operator;  // "=", "<>", "like", "in", "is", "between" ...
-  bool Negated = false;  // an odd number of "not" applied to it
   bool IsSubQuery = false;
 
   /// Expr, operator and value, wrapped in "not(" ... ")" when negated.

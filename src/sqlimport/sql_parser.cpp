@@ -74,6 +74,19 @@ void DoubleToSingleQuotes(std::string& value) {
   }
 }
 
+// Joins the last item of the parent and what follows it into a new bracket
+// under the linking word. A level makes a bracket only once it has a second
+// item, so the tree never holds a bracket of a single item.
+TSQLBracket& JoinLastItem(TSQLBracket& parent, std::string_view word) {
+  std::unique_ptr<TSQLConditionNode> last = parent.Items.Extract(parent.Items.Count() - 1);
+  TSQLBracket& joined = *TSQLBracket::Create(&parent);
+  joined.LinkOperator = word;
+  joined.Items.Reserve(8);  // a joined level has a few items, often many
+  last->Parent = &joined;
+  joined.Items.Add(std::move(last));
+  return joined;
+}
+
 }  // namespace
 
 TWSQLParser::TWSQLParser() : result_(std::make_unique<TWParserResult>()) {
@@ -281,29 +294,6 @@ void TWSQLParser::ProcessWhere() {
   }
 }
 
-namespace {
-
-// Joins the last item of the parent and what follows it into a new bracket
-// under the linking word. A level makes a bracket only once it has a second
-// item, so the tree never holds a bracket of a single item.
-TSQLBracket& JoinLastItem(TSQLBracket& parent, std::string_view word) {
-  std::unique_ptr<TSQLConditionNode> last = parent.Items.Extract(parent.Items.Count() - 1);
-  TSQLBracket& joined = *TSQLBracket::Create(&parent);
-  joined.LinkOperator = word;
-  joined.Items.Reserve(8);  // a joined level has a few items, often many
-  last->Parent = &joined;
-  joined.Items.Add(std::move(last));
-  return joined;
-}
-
-void ToggleNegated(TSQLConditionNode& node) {
-  bool& negated =
-      node.IsBracket() ? static_cast<TSQLBracket&>(node).Negated : static_cast<TSQLCondition&>(node).Negated;
-  negated = !negated;
-}
-
-}  // namespace
-
 void TWSQLParser::ProcessBoolExpr(TSQLBracket& parent) {
   ProcessBoolTerm(parent);
   TSQLBracket* joined = nullptr;
@@ -350,7 +340,8 @@ void TWSQLParser::ProcessBoolFactor(TSQLBracket& bracket) {
       Next();
       ++depth_;
       ProcessBoolExpr(bracket);
-      if (negate) ToggleNegated(*bracket.Items.Last());
+      TSQLConditionNode& read = *bracket.Items.Last();
+      read.Negated = read.Negated != negate;
       if (!Is(")")) Error(msg::LostBracket);
       Next();
       --depth_;
