@@ -23,6 +23,7 @@ TWDBInfo::~TWDBInfo() = default;
 void TWDBInfo::GetDatabaseNames(TStrings& /*list*/) {}
 void TWDBInfo::TablesByDatabase(TStrings& /*list*/) {}
 void TWDBInfo::FieldsByTable(std::string_view /*tableName*/, TDBFieldList& /*fields*/) {}
+void TWDBInfo::ForeignKeysByDatabase(std::vector<TDBForeignKey>& /*keys*/) {}
 void TWDBInfo::GetSQLValues(std::string_view /*sql*/, TStrings& /*values*/, TStrings& /*items*/) {}
 void TWDBInfo::LoadInfo(const TStrings& /*lines*/) {}
 void TWDBInfo::SaveInfo(TStrings& /*lines*/) {}

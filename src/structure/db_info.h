@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "foundation/component.h"
 #include "foundation/field_types.h"
@@ -18,6 +19,15 @@ struct TDBFieldInfo {
   int FieldSize = 0;
   /// The column's type; a provider that cannot tell reports ftString.
   TFieldType FieldType = ftString;
+};
+
+/// Columns of one table that refer to columns of another: a join the
+/// database itself declares.
+struct TDBForeignKey {
+  std::string Table;  // the referring table
+  std::vector<std::string> Columns;
+  std::string RefTable;  // the referred table
+  std::vector<std::string> RefColumns;
 };
 
 /// The columns of one table, in definition order.
@@ -48,6 +58,8 @@ class TWDBInfo : public TWComponent {
   virtual void TablesByDatabase(TStrings& list);
   /// Columns of a table, in definition order.
   virtual void FieldsByTable(std::string_view tableName, TDBFieldList& fields);
+  /// Appends the foreign keys of the database's tables.
+  virtual void ForeignKeysByDatabase(std::vector<TDBForeignKey>& keys);
   /// Runs the query; appends column 0 of each row to `values`, column 1 to `items`.
   virtual void GetSQLValues(std::string_view sql, TStrings& values, TStrings& items);
   /// Reads the provider's settings from name=value lines.

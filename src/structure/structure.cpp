@@ -6,6 +6,7 @@
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "foundation/string_utils.h"
+#include "structure/database_import.h"
 #include "structure/db_info.h"
 
 namespace ts4 {
@@ -328,7 +329,10 @@ void TWCustomDBStructure::ClearStructure() {
 }
 
 void TWCustomDBStructure::UpdateDatabaseInfo() {
-  if (databaseInfo_ != nullptr) databaseInfo_->Update();
+  if (databaseInfo_ == nullptr) return;
+  databaseInfo_->Update();
+  // A structure that is still empty is made from the database when asked to.
+  if (autoAddFields_ && TableCount() == 0) AddDatabaseTables(*this, *databaseInfo_);
 }
 
 void TWCustomDBStructure::Loaded() {

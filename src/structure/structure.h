@@ -234,7 +234,9 @@ class TWCustomDBStructure : public TWComponent {
   void ClearStructure();
   /// True when the structure has fewer than two fields.
   [[nodiscard]] bool Empty() const { return FieldCount() < 2; }
-  /// Asks the metadata provider to refresh what it knows.
+  /// Asks the metadata provider to refresh what it knows; with AutoAddFields,
+  /// a structure without tables then gets the database's tables, columns
+  /// and foreign keys (AddDatabaseTables).
   virtual void UpdateDatabaseInfo();
   /// Completes a structure read from stored settings: refreshes database
   /// information, then brings the operators in line with ExOperators and

@@ -1,31 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <map>
 #include <string>
 
+#include "fake_db_info.h"
 #include "structure/db_info.h"
 
 namespace {
 
-// A provider over an in-memory catalogue that counts the column reads.
-class FakeInfo : public ts4::TWDBInfo {
- public:
-  std::map<std::string, std::vector<ts4::TDBFieldInfo>> catalogue;
-  int fieldReads = 0;
-  int tableReads = 0;
-
-  void TablesByDatabase(ts4::TStrings& list) override {
-    ++tableReads;
-    for (const auto& [name, columns] : catalogue) list.Add(name);
-  }
-  void FieldsByTable(std::string_view table, ts4::TDBFieldList& fields) override {
-    ++fieldReads;
-    auto it = catalogue.find(std::string(table));
-    if (it == catalogue.end()) return;
-    for (const ts4::TDBFieldInfo& info : it->second)
-      fields.Add(info.FieldName, info.FieldSize, info.FieldType);
-  }
-};
+using FakeInfo = ts4test::FakeDBInfo;
 
 TEST(DBInfo, FieldListIsCachedPerTable) {
   FakeInfo info;
