@@ -8,6 +8,10 @@ packages=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql
   sqlite3 libsqlite3-dev
+  # The tests start a throw-away server of their own (scripts/with-postgres.sh).
+  # The package may set up and even start a default cluster on port 5432;
+  # nothing here uses it.
+  postgresql
 )
 
 missing=()

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the dependencies, then builds and runs every test: once with GCC
 # and once with Clang, both under AddressSanitizer and
-# UndefinedBehaviorSanitizer, checks the formatting, and runs each fuzz
+# UndefinedBehaviorSanitizer (each test run next to a throw-away PostgreSQL
+# server, see with-postgres.sh), checks the formatting, and runs each fuzz
 # target for a short while.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -16,7 +17,7 @@ for preset in test clang; do
   cmake --preset "$preset" >/dev/null
   cmake --build --preset "$preset"
   echo "== $preset: tests"
-  ctest --preset "$preset"
+  bash scripts/with-postgres.sh ctest --preset "$preset"
 done
 
 echo "== fuzz: a short run of each target"
