@@ -8,6 +8,13 @@ install(TARGETS ts4core EXPORT ts4Targets
 install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ts4
         FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE)
 install(EXPORT ts4Targets NAMESPACE ts4:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ts4)
+if(TARGET ts4sql)
+  # In an export of its own, so that using ts4::core alone needs no Qt.
+  install(TARGETS ts4sql EXPORT ts4SqlTargets
+          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(EXPORT ts4SqlTargets NAMESPACE ts4:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ts4)
+endif()
 
 configure_package_config_file(cmake/ts4Config.cmake.in
   ${CMAKE_CURRENT_BINARY_DIR}/ts4Config.cmake

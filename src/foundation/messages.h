@@ -38,6 +38,9 @@ inline constexpr std::string_view LostBracket = "Lost bracket";
 
 // Metadata providers.
 inline constexpr std::string_view FieldCountTooSmall = "Field count must be >= 2";
+inline constexpr std::string_view UnknownConnection = "There is no database connection named \"%s\"";
+inline constexpr std::string_view UnknownDatabaseUrl =
+    "Unknown database \"%s\": use sqlite:PATH or postgresql://USER@HOST:PORT/DBNAME";
 
 // Foundation.
 inline constexpr std::string_view CannotOpenFile = "Cannot open file \"%s\"";

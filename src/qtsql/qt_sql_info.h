@@ -1,0 +1,58 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "structure/db_info.h"
+
+class QSqlDatabase;
+
+namespace ts4 {
+
+/// The metadata provider over Qt SQL. DatabaseName is the name of a
+/// connection the application registered with QSqlDatabase::addDatabase;
+/// the provider opens it when it is not open yet and never closes or
+/// removes it.
+///
+/// Tables are the connection's tables and views (SQLite's own sqlite_ tables
+/// left out), in the order of their names with case ignored. Columns come
+/// with the type their database declares (FieldTypeOfSQLType) on SQLite and
+/// PostgreSQL, and from the driver's value types on any other driver.
+/// Foreign keys are read from SQLite's foreign_key_list and PostgreSQL's
+/// catalog; other drivers report none.
+///
+/// A connection that is unknown or cannot be opened, and a query that
+/// fails, raise EWDBInfoError with the driver's message.
+class TWQtSqlInfo : public TWDBInfo {
+ public:
+  TWQtSqlInfo() = default;
+  ~TWQtSqlInfo() override;
+
+  [[nodiscard]] const std::string& DatabaseName() const { return databaseName_; }
+  /// Another connection: what was read of the last one is forgotten.
+  void SetDatabaseName(std::string_view name);
+
+  /// The names of the connections the application registered.
+  void GetDatabaseNames(TStrings& list) override;
+  void TablesByDatabase(TStrings& list) override;
+  void FieldsByTable(std::string_view tableName, TDBFieldList& fields) override;
+  void ForeignKeysByDatabase(std::vector<TDBForeignKey>& keys) override;
+  /// Runs the query and appends each row's first column to `values` and its
+  /// second to `items` (null gives an empty text, dates ISO text). Shows the
+  /// wait cursor meanwhile when a GUI application runs. Fewer than two
+  /// columns raise EWDBInfoError "Field count must be >= 2".
+  void GetSQLValues(std::string_view sql, TStrings& values, TStrings& items) override;
+  /// Takes DatabaseName from the lines when it is not empty there.
+  void LoadInfo(const TStrings& lines) override;
+  /// Writes "DatabaseName=" and the name.
+  void SaveInfo(TStrings& lines) override;
+
+ private:
+  /// The open connection; raises EWDBInfoError when it cannot be had.
+  [[nodiscard]] QSqlDatabase Database() const;
+
+  std::string databaseName_;
+};
+
+}  // namespace ts4
