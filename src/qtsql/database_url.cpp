@@ -49,14 +49,15 @@ void AddDatabaseFromUrl(std::string_view url, const std::string& connectionName)
     QSqlDatabase database =
         QSqlDatabase::addDatabase(sqlite ? QStringLiteral("QSQLITE") : QStringLiteral("QPSQL"), name);
     try {
-      if (!database.isValid()) throw EWDBInfoError(gecGeneral, database.lastError().text().toStdString());
+      if (!database.isValid())
+        throw EWDBInfoError(gecGeneral, database.lastError().text().simplified().toStdString());
       Configure(database, url);
     } catch (...) {
       database = QSqlDatabase();
       QSqlDatabase::removeDatabase(name);
       throw;
     }
-    if (!database.open()) error = database.lastError().text().toStdString();
+    if (!database.open()) error = database.lastError().text().simplified().toStdString();
   }
   if (error.empty()) return;
   QSqlDatabase::removeDatabase(name);

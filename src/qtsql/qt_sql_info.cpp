@@ -43,7 +43,7 @@ QSqlDatabase TWQtSqlInfo::Database() const {
   if (!QSqlDatabase::contains(name)) throw EWDBInfoError(gecGeneral, msg::UnknownConnection, databaseName_);
   QSqlDatabase database = QSqlDatabase::database(name, false);
   if (!database.isOpen() && !database.open())
-    throw EWDBInfoError(gecGeneral, database.lastError().text().toStdString());
+    throw EWDBInfoError(gecGeneral, database.lastError().text().simplified().toStdString());
   return database;
 }
 

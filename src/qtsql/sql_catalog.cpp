@@ -59,7 +59,7 @@ QSqlQuery RunQuery(const QSqlDatabase& database, const QString& sql, const QVari
     for (const QVariant& value : values) query.addBindValue(value);
     done = done && query.exec();
   }
-  if (!done) throw EWDBInfoError(gecGeneral, ToStd(query.lastError().text()));
+  if (!done) throw EWDBInfoError(gecGeneral, ToStd(query.lastError().text().simplified()));
   return query;
 }
 

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <algorithm>
+#include <cstdlib>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -27,6 +30,16 @@ TRun RunTool(const std::vector<std::string>& args, const std::string& input = {}
   return {status, out.str(), err.str()};
 }
 
+// Qt SQL loads its drivers through the application object; the tool's main
+// makes one, and so does this program, once.
+void NeedApplication() {
+  static int argc = 1;
+  static char name[] = "tools_tests";
+  static char* argv[] = {name, nullptr};
+  static const QCoreApplication* app = new QCoreApplication(argc, argv);
+  (void)app;
+}
+
 std::string ReadText(const std::string& file) {
   ts4::TStrings lines;
   lines.LoadFromFile(file);
@@ -48,6 +61,8 @@ TEST(Cli, BadUsageGivesStatusTwoAndTheUsageLine) {
       {"parse", "-", "-"},
       {"structure", Structure, "--syntax", "sql1"},
       {"--help", "sql"},
+      {"import"},
+      {"import", "sqlite:a.db", "sqlite:b.db"},
   };
   for (const auto& args : cases) {
     const TRun run = RunTool(args);
@@ -137,6 +152,46 @@ TEST(Cli, ParseReadsTheStatementBackIntoAQueryText) {
       RunTool({"sql", Structure, "-", "--syntax", "oracle", "--options", "soSelectDistinct"}, parsed.out);
   ASSERT_EQ(again.status, 0) << again.err;
   EXPECT_EQ(again.out, sql.out);
+}
+
+TEST(Cli, ImportPrintsTheStructureADatabaseMakes) {
+  NeedApplication();
+  std::vector<std::string> connections = {"sqlite:" + std::string(TS4_SAMPLE_DB)};
+  if (const char* url = std::getenv("TS4_PG_URL")) connections.emplace_back(url);
+  for (const std::string& connection : connections) {
+    const TRun run = RunTool({"import", connection});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out.rfind("[Main]\n", 0), 0u) << run.out;
+    EXPECT_NE(run.out.find("\nTableCount=5\n"), std::string::npos) << connection;
+    EXPECT_NE(run.out.find("\nDisplayName=Order Items\n"), std::string::npos) << connection;
+    EXPECT_EQ(run.out.find("[DBSpecInfo]"), std::string::npos) << "no connection name of this run";
+    // What it printed is a structure the other commands read.
+    const TRun path = RunTool({"path", "-", "C", "P"}, run.out);
+    EXPECT_EQ(path.out, "C\nO\nOI\nP\n") << path.err;
+    const TRun again = RunTool({"structure", "-"}, run.out);
+    EXPECT_EQ(again.out, run.out);
+  }
+  if (connections.size() == 1) GTEST_SKIP() << "no PostgreSQL: run the tests through with-postgres.sh";
+}
+
+TEST(Cli, ImportOfADatabaseThatCannotBeOpenedGivesTheDriversMessage) {
+  NeedApplication();
+  const struct {
+    std::string connection;
+    std::string message;  // the start of the error line
+  } cases[] = {
+      {"sqlite:" + Data + "/no-such.db", "ts4: "},
+      {"postgresql://nobody@127.0.0.1:1/none", "ts4: "},
+      {"mysql://host/db", "ts4: Unknown database \"mysql://host/db\": use sqlite:PATH or postgresql://"},
+  };
+  for (const auto& c : cases) {
+    const TRun run = RunTool({"import", c.connection});
+    EXPECT_EQ(run.status, 1) << c.connection;
+    EXPECT_TRUE(run.out.empty());
+    EXPECT_EQ(run.err.rfind(c.message, 0), 0u) << run.err;
+    EXPECT_GT(run.err.size(), 8u) << "the driver says why";
+    EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << "one line: " << run.err;
+  }
 }
 
 TEST(Cli, LibraryErrorsGiveStatusOneAndTheMessage) {

@@ -7,6 +7,8 @@
 #include "foundation/error.h"
 #include "foundation/format.h"
 #include "foundation/messages.h"
+#include "qtsql/database_url.h"
+#include "qtsql/qt_sql_info.h"
 #include "query/query.h"
 #include "structure/structure.h"
 
@@ -64,6 +66,27 @@ void RunPath(const TCliRequest& request, std::istream& in, TStrings& out) {
   for (int i = 0; i < path.TableCount(); ++i) out.Add(path.Tables(i)->Alias());
 }
 
+// The structure a database's tables, columns and foreign keys make.
+void RunImport(const TCliRequest& request, TStrings& out) {
+  static const std::string connection = "ts4-import";
+  AddDatabaseFromUrl(request.Arguments[0], connection);
+  try {
+    TWQtSqlInfo info;
+    info.SetDatabaseName(connection);
+    TWDBStructure structure;
+    structure.SetDatabaseInfo(&info);
+    structure.SetAutoAddFields(true);
+    structure.UpdateDatabaseInfo();
+    // The connection's name means nothing outside this run: no [DBSpecInfo].
+    structure.SetDatabaseInfo(nullptr);
+    structure.SaveToStrings(out);
+  } catch (...) {
+    RemoveDatabase(connection);
+    throw;
+  }
+  RemoveDatabase(connection);
+}
+
 }  // namespace
 
 void RunCommand(const TCliRequest& request, std::istream& in, TStrings& out) {
@@ -77,6 +100,7 @@ void RunCommand(const TCliRequest& request, std::istream& in, TStrings& out) {
     }
     case TCommand::Path: RunPath(request, in, out); break;
     case TCommand::Parse: RunParse(request, in, out); break;
+    case TCommand::Import: RunImport(request, out); break;
     case TCommand::Help:
     case TCommand::Version: break;
   }

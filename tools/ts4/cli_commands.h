@@ -7,7 +7,7 @@
 
 namespace ts4::cli {
 
-/// Runs sql, structure or path and appends the output lines to `out`.
+/// Runs sql, structure, path, parse or import and appends the output lines to `out`.
 /// Library errors and unreadable files propagate as EWTessalyError.
 void RunCommand(const TCliRequest& request, std::istream& in, TStrings& out);
 

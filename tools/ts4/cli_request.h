@@ -11,9 +11,9 @@ namespace ts4::cli {
 
 /// What the command line asks for, checked for usage but not yet run.
 struct TCliRequest {
-  enum class TCommand { Help, Version, Sql, Structure, Path, Parse };
+  enum class TCommand { Help, Version, Sql, Structure, Path, Parse, Import };
   TCommand Command = TCommand::Help;
-  /// The files (or "-") and, for path, the two aliases, in order.
+  /// The files (or "-"), for path the two aliases, for import the connection, in order.
   std::vector<std::string> Arguments;
   TSQLSyntax Syntax = ssSQL2;
   /// Set when --options was given ("" gives the empty set).
