@@ -21,7 +21,8 @@ constexpr const char* ColumnTypes[] = {"VARCHAR(40)", "INTEGER", "DATE", "NUMERI
 
 // Writes the database; false when a statement fails.
 bool CreateDatabase(const QString& path) {
-  QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("bench-create"));
+  QSqlDatabase database =
+      QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("bench-create"));
   database.setDatabaseName(path);
   bool ok = database.open() && database.transaction();
   QSqlQuery query(database);
