@@ -1,0 +1,46 @@
+#include "panel/edit_mask.h"
+
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+
+namespace {
+
+using ts4::TQtInputMask;
+
+TEST(EditMask, OlderMasksBecomeQtInputMasks) {
+  const struct {
+    const char* editMask;
+    TQtInputMask expected;
+  } cases[] = {
+      {"!99/99/0000;1;_", {"00/00/9999;_", true, '_'}},
+      {"!90:00:00>LL;1;_", {"09:99:99>AA;_", true, '_'}},
+      {"(999)000-0000;0;*", {"(000)999-9999;*", false, '*'}},
+      {">L<llllll", {">A<aaaaaa;_", true, '_'}},
+      {">LL<>aa", {">AA!nn;_", true, '_'}},
+      {"AaCc#", {"NnXx#;_", true, '_'}},
+      {"\\A\\9-00", {"\\A\\9-99;_", true, '_'}},   // escaped: the characters themselves
+      {"NO_0", {"\\NO 9;_", true, '_'}},           // Qt's own mask letters as literals
+      {"99\\;99;0; ", {"00\\;00; ", false, ' '}},  // an escaped semicolon stays in the mask
+      {"", {"", true, '_'}},
+      {";0", {"", false, '_'}},
+  };
+  for (const auto& c : cases) {
+    const TQtInputMask mask = ts4::InputMaskFromEditMask(c.editMask);
+    EXPECT_EQ(mask.Mask, c.expected.Mask) << c.editMask;
+    EXPECT_EQ(mask.SaveLiterals, c.expected.SaveLiterals) << c.editMask;
+    EXPECT_EQ(mask.BlankChar, c.expected.BlankChar) << c.editMask;
+  }
+}
+
+TEST(EditMask, QtAcceptsWhatTheConversionGives) {
+  QLineEdit edit;
+  edit.setInputMask(QString::fromStdString(ts4::InputMaskFromEditMask("!99/99/0000;1;_").Mask));
+  edit.setText("24122026");
+  EXPECT_EQ(edit.text(), "24/12/2026");
+  EXPECT_TRUE(edit.hasAcceptableInput());
+  edit.setText("2412");
+  EXPECT_FALSE(edit.hasAcceptableInput()) << "the year is required";
+}
+
+}  // namespace
