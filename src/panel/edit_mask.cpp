@@ -75,4 +75,26 @@ TQtInputMask InputMaskFromEditMask(std::string_view editMask) {
   return result;
 }
 
+std::string WithoutMaskLiterals(std::string_view qtMask, std::string_view text) {
+  // The blank character follows the last unescaped semicolon.
+  const std::vector<std::string_view> fields = Fields(qtMask);
+  const std::string_view mask = fields[0];
+  const char blank = fields.size() > 1 && !fields.back().empty() ? fields.back().front() : ' ';
+  constexpr std::string_view InputPositions = "AaNnXx90DdHhBb#";
+  std::string typed;
+  std::size_t at = 0;
+  for (std::size_t i = 0; i < mask.size() && at < text.size(); ++i) {
+    const char c = mask[i];
+    if (c == '<' || c == '>' || c == '!') continue;  // case switches take no position
+    bool input = InputPositions.find(c) != std::string_view::npos;
+    if (c == '\\') {
+      ++i;
+      input = false;
+    }
+    if (input && text[at] != blank) typed += text[at];
+    ++at;
+  }
+  return typed;
+}
+
 }  // namespace ts4

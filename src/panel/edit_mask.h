@@ -36,4 +36,9 @@ struct TQtInputMask {
 /// field's first character is the blank character (default "_").
 [[nodiscard]] TQtInputMask InputMaskFromEditMask(std::string_view editMask);
 
+/// The characters of a masked edit's text that were typed: those at the
+/// mask's input positions, blanks left out ("24/12/2026" under "00/00/9999"
+/// gives "24122026").
+[[nodiscard]] std::string WithoutMaskLiterals(std::string_view qtMask, std::string_view text);
+
 }  // namespace ts4

@@ -1,0 +1,252 @@
+// The drop-down label and its in-place editors: captions, clicks, dropping
+// down and up with their events, and what the editors let through.
+#include "panel/dropdown_label.h"
+
+#include <gtest/gtest.h>
+
+#include <QDateEdit>
+#include <QDialog>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimeEdit>
+#include <QVBoxLayout>
+
+#include "panel/dropdown_datetime.h"
+#include "panel/dropdown_edit.h"
+#include "panel/silent_edit.h"
+
+namespace {
+
+using ts4::TDropDownLabel;
+
+// A window holding one label, shown, so that clicks and keys reach it.
+template <typename Label>
+struct Shown {
+  Shown() : label(new Label(&window)) {
+    window.resize(300, 80);
+    label->move(20, 20);
+    label->SetValue("old");
+    window.show();
+  }
+  QWidget window;
+  Label* label;
+};
+
+void Click(QWidget* widget, Qt::KeyboardModifiers modifiers = {}, Qt::MouseButton button = Qt::LeftButton) {
+  QTest::mouseClick(widget, button, modifiers, QPoint(2, 2));
+}
+
+TEST(DropDownLabel, CaptionsShowTextAsItIsAndBlanksAsUnderscores) {
+  TDropDownLabel label;
+  label.SetCaption("");
+  EXPECT_EQ(label.text(), "_____");
+  label.SetCaption("A&B");
+  EXPECT_EQ(label.text(), "A&B") << "no accelerator";
+  EXPECT_EQ(label.GetCaption(), "A&B");
+  EXPECT_TRUE(label.font().underline());
+  label.SetValue("Lisbon");
+  EXPECT_EQ(label.GetCaption(), "Lisbon") << "the base shows its value";
+}
+
+TEST(DropDownLabel, ClicksDropDownAltClickAndRightClick) {
+  Shown<TDropDownLabel> shown;
+  TDropDownLabel& label = *shown.label;
+  QSignalSpy before(&label, &TDropDownLabel::beforeDropDown);
+  QSignalSpy after(&label, &TDropDownLabel::afterDropDown);
+  QSignalSpy alt(&label, &TDropDownLabel::altClicked);
+  QSignalSpy right(&label, &TDropDownLabel::rightClicked);
+
+  Click(&label, Qt::ControlModifier);
+  EXPECT_EQ(alt.count(), 1);
+  EXPECT_FALSE(label.Dropped()) << "Ctrl+click opens nothing";
+  EXPECT_EQ(before.count(), 0);
+
+  Click(&label);
+  EXPECT_TRUE(label.Dropped());
+  EXPECT_EQ(before.count(), 1);
+  EXPECT_EQ(after.count(), 1);
+  Click(&label);
+  EXPECT_FALSE(label.Dropped()) << "a second click drops up";
+
+  Click(&label, {}, Qt::RightButton);
+  EXPECT_EQ(right.count(), 1);
+  EXPECT_FALSE(label.Dropped());
+
+  label.SetFixed(true);
+  Click(&label);
+  label.DropDown();
+  EXPECT_FALSE(label.Dropped()) << "a fixed label never drops down";
+  EXPECT_EQ(before.count(), 1);
+}
+
+TEST(DropDownLabel, CustomDropDownAndBeforeDropUpDecide) {
+  TDropDownLabel label;
+  label.SetValue("old");
+  QSignalSpy afterUp(&label, &TDropDownLabel::afterDropUp);
+  label.OnCustomDropDown = [](TDropDownLabel&, QString& value, bool& accept) {
+    value = "chosen";
+    accept = true;
+  };
+  label.DropDown();
+  EXPECT_FALSE(label.Dropped()) << "the handler's answer drops it up at once";
+  EXPECT_EQ(label.Value(), "chosen");
+  ASSERT_EQ(afterUp.count(), 1);
+  EXPECT_TRUE(afterUp.at(0).at(0).toBool());
+
+  label.BeforeDropUp = [](TDropDownLabel&, QString&, bool& accept) { accept = false; };
+  label.OnCustomDropDown = [](TDropDownLabel&, QString& value, bool& accept) {
+    value = "vetoed";
+    accept = true;
+  };
+  label.DropDown();
+  EXPECT_EQ(label.Value(), "chosen") << "BeforeDropUp took the acceptance back";
+  EXPECT_FALSE(afterUp.at(1).at(0).toBool());
+}
+
+TEST(DropDownLabel, SetValueReportsOnlyChanges) {
+  TDropDownLabel label;
+  QSignalSpy changed(&label, &TDropDownLabel::valueChanged);
+  label.SetValue("a");
+  label.SetValue("a");
+  label.SetValue("b");
+  EXPECT_EQ(changed.count(), 2);
+}
+
+ts4::TSilentEdit* OpenEditor(ts4::TDropDownCustomEdit& label) {
+  label.DropDown();
+  return qobject_cast<ts4::TSilentEdit*>(label.Editor());
+}
+
+TEST(DropDownEdit, EnterAcceptsEscapeCancelsLeavingAccepts) {
+  Shown<ts4::TDropDownEdit> shown;
+  ts4::TDropDownEdit& label = *shown.label;
+  QSignalSpy afterUp(&label, &TDropDownLabel::afterDropUp);
+
+  ts4::TSilentEdit* edit = OpenEditor(label);
+  ASSERT_NE(edit, nullptr);
+  EXPECT_EQ(edit->text(), "old");
+  EXPECT_EQ(edit->selectedText(), "old") << "typing replaces the value";
+  QTest::keyClicks(edit, "new");
+  QTest::keyClick(edit, Qt::Key_Escape);
+  EXPECT_EQ(label.Value(), "old");
+  EXPECT_EQ(label.GetCaption(), "old");
+  EXPECT_FALSE(afterUp.at(0).at(0).toBool()) << "cancelling still reports the drop-up";
+
+  edit = OpenEditor(label);
+  QTest::keyClicks(edit, "Porto");
+  QTest::keyClick(edit, Qt::Key_Return);
+  EXPECT_EQ(label.Value(), "Porto");
+  EXPECT_EQ(label.GetCaption(), "Porto");
+  EXPECT_FALSE(label.Dropped());
+
+  edit = OpenEditor(label);
+  QTest::keyClicks(edit, "Faro");
+  QFocusEvent leave(QEvent::FocusOut, Qt::MouseFocusReason);
+  QApplication::sendEvent(edit, &leave);
+  EXPECT_EQ(label.Value(), "Faro") << "leaving the editor accepts";
+
+  edit = OpenEditor(label);
+  edit->clear();
+  QTest::keyClick(edit, Qt::Key_Enter);
+  EXPECT_EQ(label.Value(), "Faro") << "an empty input changes nothing";
+}
+
+TEST(DropDownEdit, EnterStaysInTheEditor) {
+  QDialog dialog;
+  auto* layout = new QVBoxLayout(&dialog);
+  auto* label = new ts4::TDropDownEdit(&dialog);
+  auto* ok = new QPushButton("OK", &dialog);
+  ok->setDefault(true);
+  layout->addWidget(label);
+  layout->addWidget(ok);
+  QSignalSpy okClicked(ok, &QPushButton::clicked);
+  dialog.show();
+  ts4::TSilentEdit* edit = OpenEditor(*label);
+  QTest::keyClicks(edit, "x");
+  QTest::keyClick(edit, Qt::Key_Return);
+  EXPECT_EQ(label->Value(), "x");
+  EXPECT_EQ(okClicked.count(), 0) << "the dialog's default button did not see Enter";
+  EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST(DropDownEdit, ValueTypesAndCaseOptionsFilterTyping) {
+  const struct {
+    ts4::TDropDownCustomEdit::TValueType type;
+    bool upper, lower;
+    const char* typed;
+    const char* value;
+  } cases[] = {
+      {ts4::TDropDownCustomEdit::vtInteger, false, false, "-12a-3", "-123"},
+      {ts4::TDropDownCustomEdit::vtFloat, false, false, "1.5.2x", "1.52"},
+      {ts4::TDropDownCustomEdit::vtString, true, false, "abc-d", "ABC-D"},
+      {ts4::TDropDownCustomEdit::vtString, false, true, "AbC", "abc"},
+  };
+  for (const auto& c : cases) {
+    ts4::TDropDownEdit label;
+    label.SetValueType(c.type);
+    label.SetOption(1, c.upper);
+    label.SetAutoLowerCase(c.lower);
+    ts4::TSilentEdit* edit = OpenEditor(label);
+    edit->clear();
+    QTest::keyClicks(edit, c.typed);
+    QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_EQ(label.Value().toStdString(), c.value) << c.typed;
+  }
+  ts4::TDropDownEdit label;
+  EXPECT_TRUE(label.GetOption(1) == label.AutoUpperCase());
+  EXPECT_THROW(label.SetOption(3, true), ts4::EDDLabelError);
+}
+
+TEST(DropDownEdit, DoubleClickInTheEditorMayChangeItsText) {
+  ts4::TDropDownEdit label;
+  label.OnEditDblClick = [](TDropDownLabel&, QString& value) { value += "!"; };
+  ts4::TSilentEdit* edit = OpenEditor(label);
+  edit->setText("hi");
+  QTest::mouseDClick(edit, Qt::LeftButton);
+  EXPECT_EQ(label.GetEditText(), "hi!");
+}
+
+TEST(DropDownMaskEdit, TheValueIsTheTypedOrTheFormattedText) {
+  for (const bool formatted : {false, true}) {
+    ts4::TDropDownMaskEdit label;
+    label.SetEditMask("!99/99/0000;1;_");
+    label.SetUseFormattedValue(formatted);
+    ts4::TSilentEdit* edit = OpenEditor(label);
+    edit->setCursorPosition(0);
+    QTest::keyClicks(edit, "24122026");
+    QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_EQ(label.Value(), formatted ? "24/12/2026" : "24122026");
+  }
+}
+
+TEST(DropDownDateTimeEdit, PicksDatesAndTimesAsISOText) {
+  ts4::TDropDownDateTimeEdit date;
+  date.SetValue("2026-11-22");
+  date.DropDown();
+  auto* dateEdit = qobject_cast<QDateEdit*>(date.Editor());
+  ASSERT_NE(dateEdit, nullptr);
+  EXPECT_EQ(dateEdit->date(), QDate(2026, 11, 22));
+  EXPECT_TRUE(dateEdit->calendarPopup());
+  dateEdit->setDate(QDate(2027, 1, 5));
+  QTest::keyClick(dateEdit, Qt::Key_Escape);
+  EXPECT_EQ(date.Value(), "2026-11-22") << "Escape keeps the old date";
+  date.DropDown();
+  dateEdit = qobject_cast<QDateEdit*>(date.Editor());
+  dateEdit->setDate(QDate(2027, 1, 5));
+  QTest::keyClick(dateEdit, Qt::Key_Return);
+  EXPECT_EQ(date.Value(), "2027-01-05");
+
+  ts4::TDropDownDateTimeEdit time;
+  time.SetKind(ts4::TDropDownDateTimeEdit::ekTime);
+  time.SetValue("not a time");
+  time.DropDown();
+  auto* timeEdit = qobject_cast<QTimeEdit*>(time.Editor());
+  ASSERT_NE(timeEdit, nullptr);
+  EXPECT_EQ(timeEdit->time(), QTime(0, 0));
+  timeEdit->setTime(QTime(14, 30));
+  time.DropUp(true);
+  EXPECT_EQ(time.Value(), "14:30:00");
+}
+
+}  // namespace

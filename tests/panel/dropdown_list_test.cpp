@@ -1,0 +1,135 @@
+// The list labels: items, values and groups, the list box and the check
+// list box, and where a list opens near the edges of the screen.
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include "panel/dropdown_listbox.h"
+
+namespace {
+
+using ts4::TDropDownList;
+
+template <typename Label>
+void Fill(Label& label) {
+  label.AddItem("", "Lisbon", "LIS");
+  label.AddItem("Spain", "Madrid", "MAD");
+  label.AddItem("Spain", "Barcelona", "BCN");
+  label.AddItem("", "Faro");  // no value: stands for its text
+}
+
+TEST(DropDownList, ItemsValuesGroupsAndTheCaptionOfTheValue) {
+  TDropDownList list;
+  Fill(list);
+  EXPECT_EQ(list.Values(), (QStringList{"LIS", "MAD", "BCN", ""}));
+  ASSERT_NE(list.ItemGroups().FindByName("spain"), nullptr);
+  EXPECT_EQ(list.ItemGroups().FindByName("Spain")->Items, (std::vector<int>{1, 2}));
+  EXPECT_EQ(list.ItemGroups().Count(), 1);
+
+  list.SetValue("BCN");
+  EXPECT_EQ(list.GetCaption(), "Barcelona");
+  EXPECT_EQ(list.ItemIndex(), 2);
+  list.SetItemIndex(3);
+  EXPECT_EQ(list.Value(), "Faro");
+  list.SetValue("XYZ");
+  EXPECT_EQ(list.GetCaption(), "XYZ") << "a value no item has is shown as it is";
+  EXPECT_THROW(list.SetItemIndex(4), ts4::EDDLabelError);
+
+  EXPECT_EQ(list.ShownOrder(), (std::vector<int>{0, 1, 2, 3}));
+  list.SetSortList(true);
+  EXPECT_EQ(list.ShownOrder(), (std::vector<int>{2, 3, 0, 1}));
+  list.ClearAll();
+  EXPECT_TRUE(list.Items().isEmpty());
+  EXPECT_EQ(list.ItemGroups().Count(), 0);
+}
+
+TEST(DropDownListBox, AClickOnAnItemChoosesItEscapeCancels) {
+  QWidget window;
+  auto* label = new ts4::TDropDownListBox(&window);
+  Fill(*label);
+  label->SetValue("LIS");
+  window.show();
+  QSignalSpy afterUp(label, &ts4::TDropDownLabel::afterDropUp);
+
+  QTest::mouseClick(label, Qt::LeftButton);
+  QListWidget* list = label->ListBox();
+  ASSERT_NE(list, nullptr);
+  EXPECT_TRUE(list->isVisible());
+  EXPECT_EQ(list->currentRow(), 0) << "the current value is selected";
+  EXPECT_EQ(list->geometry().top(), label->mapToGlobal(QPoint(0, label->height())).y())
+      << "right below the label";
+  QTest::keyClick(list, Qt::Key_Escape);
+  EXPECT_EQ(label->Value(), "LIS");
+  EXPECT_FALSE(afterUp.at(0).at(0).toBool());
+
+  label->DropDown();
+  list = label->ListBox();
+  QListWidgetItem* madrid = list->item(1);
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(madrid).center());
+  EXPECT_EQ(label->Value(), "MAD");
+  EXPECT_EQ(label->GetCaption(), "Madrid");
+  EXPECT_FALSE(label->Dropped());
+
+  label->DropDown();
+  list = label->ListBox();
+  list->setCurrentRow(3);
+  QTest::keyClick(list, Qt::Key_Return);
+  EXPECT_EQ(label->Value(), "Faro");
+}
+
+TEST(DropDownCheckListBox, CheckedItemsMakeTheValue) {
+  QWidget window;
+  auto* label = new ts4::TDropDownCheckListBox(&window);
+  Fill(*label);
+  label->SetValue("MAD");
+  window.show();
+  label->DropDown();
+  auto* list = qobject_cast<ts4::TWCheckListBox*>(label->ListBox());
+  ASSERT_NE(list, nullptr);
+  EXPECT_EQ(list->item(1)->checkState(), Qt::Checked);
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+  list->setCurrentRow(3);
+  QTest::keyClick(list, Qt::Key_Space);
+  EXPECT_TRUE(label->Dropped()) << "checking does not close the list";
+  QTest::keyClick(list, Qt::Key_Return);
+  EXPECT_EQ(label->Value(), "LIS,MAD,Faro");
+  EXPECT_EQ(label->GetCaption(), "Lisbon, Madrid, Faro");
+
+  label->DropDown();
+  list = qobject_cast<ts4::TWCheckListBox*>(label->ListBox());
+  for (int row = 0; row < list->count(); ++row) list->item(row)->setCheckState(Qt::Unchecked);
+  QTest::keyClick(list, Qt::Key_Escape);
+  EXPECT_EQ(label->Value(), "LIS,MAD,Faro") << "Escape keeps the choice";
+  label->DropDown();
+  list = qobject_cast<ts4::TWCheckListBox*>(label->ListBox());
+  for (int row = 0; row < list->count(); ++row) list->item(row)->setCheckState(Qt::Unchecked);
+  list->hide();  // as a click elsewhere closes it
+  EXPECT_FALSE(label->Dropped());
+  EXPECT_EQ(label->Value(), "") << "closing accepts, nothing checked included";
+  EXPECT_EQ(label->GetCaption(), "_____");
+}
+
+TEST(DropDownListBox, ListsStayOnTheScreenNextToTheirLabel) {
+  const QRect screen(0, 0, 1000, 800);
+  const struct {
+    const char* label;
+    QRect labelRect;
+    QSize size;
+    Qt::LayoutDirection direction;
+    QRect expected;
+  } cases[] = {
+      {"below, left edges", {100, 100, 50, 20}, {200, 300}, Qt::LeftToRight, {100, 120, 200, 300}},
+      {"below, right edges", {300, 100, 50, 20}, {200, 300}, Qt::RightToLeft, {150, 120, 200, 300}},
+      {"above near the bottom", {100, 700, 50, 20}, {200, 300}, Qt::LeftToRight, {100, 400, 200, 300}},
+      {"moved in from the right", {900, 100, 50, 20}, {200, 300}, Qt::LeftToRight, {800, 120, 200, 300}},
+      {"moved in from the left", {10, 100, 50, 20}, {200, 300}, Qt::RightToLeft, {0, 120, 200, 300}},
+      {"taller than either side", {100, 390, 50, 20}, {200, 500}, Qt::LeftToRight, {100, 300, 200, 500}},
+      {"larger than the screen", {100, 100, 50, 20}, {2000, 2000}, Qt::LeftToRight, {0, 0, 1000, 800}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ts4::PlaceListNearLabel(c.labelRect, c.size, screen, c.direction), c.expected) << c.label;
+  }
+}
+
+}  // namespace
