@@ -252,6 +252,10 @@ TEST_F(RndBtnPaint, FlatButtonRaisesOnlyUnderTheMouse) {
   Enter();
   EXPECT_EQ(Pixel(40, 2), Light()) << "raised: light inner top";
   EXPECT_EQ(Pixel(40, 28), Dark()) << "raised: dark bottom";
+  Press();
+  EXPECT_EQ(Pixel(40, 2), Dark()) << "sunken: dark inner top";
+  EXPECT_EQ(Pixel(40, 28), Light()) << "sunken: light bottom";
+  Release();
   Leave();
   button_->SetFlat(false);
   EXPECT_EQ(Pixel(40, 2), Light()) << "not flat: always raised";
