@@ -1,0 +1,339 @@
+#include "panel/round_button.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QEnterEvent>
+#include <QImage>
+#include <QMetaProperty>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+using ts4::TRndBtnGeometry;
+using ts4::TWRndBtn;
+
+TEST(RndBtnGeometry, CornersAreThreeQuartersOfTheHeightWhenRounded) {
+  const struct {
+    QSize size;
+    bool rounded;
+    TRndBtnGeometry expected;
+  } cases[] = {
+      {{40, 20}, true, {15, {2, 3}}},  {{40, 20}, false, {0, {1, 1}}}, {{25, 18}, true, {13, {2, 3}}},
+      {{100, 40}, true, {30, {2, 7}}}, {{10, 3}, true, {2, {2, 0}}},   {{10, 0}, true, {0, {2, 0}}},
+      {{100, 40}, false, {0, {1, 1}}},
+  };
+  for (const auto& c : cases) {
+    const TRndBtnGeometry geometry = ts4::RndBtnGeometry(c.size, c.rounded);
+    EXPECT_EQ(geometry.Corner, c.expected.Corner) << c.size.width() << "x" << c.size.height() << c.rounded;
+    EXPECT_EQ(geometry.Inset, c.expected.Inset) << c.size.width() << "x" << c.size.height() << c.rounded;
+  }
+}
+
+TEST(RndBtnGeometry, CaptionIsCentredAndShiftedWhenPressed) {
+  const struct {
+    const char* name;
+    QSize text;
+    bool shifted;
+    int margin;
+    Qt::LayoutDirection direction;
+    QPoint expected;
+  } cases[] = {
+      {"centred", {20, 10}, false, -1, Qt::LeftToRight, {10, 5}},
+      {"odd leftovers round down", {19, 9}, false, -1, Qt::LeftToRight, {10, 5}},
+      {"pressed", {20, 10}, true, -1, Qt::LeftToRight, {11, 6}},
+      {"wider than the button", {50, 10}, false, -1, Qt::LeftToRight, {-5, 5}},
+      {"centring ignores the direction", {20, 10}, false, -1, Qt::RightToLeft, {10, 5}},
+      {"margin from the left", {20, 10}, false, 3, Qt::LeftToRight, {3, 5}},
+      {"margin from the right", {20, 10}, false, 3, Qt::RightToLeft, {17, 5}},
+      {"margin, pressed", {20, 10}, true, 0, Qt::LeftToRight, {1, 6}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ts4::RndBtnCaptionPos({40, 20}, c.text, c.shifted, c.margin, c.direction), c.expected)
+        << c.name;
+  }
+}
+
+TEST(RndBtn, StartsAsASmallFlatRoundedHandCursorButton) {
+  TWRndBtn button;
+  EXPECT_EQ(button.size(), QSize(25, 18));
+  EXPECT_EQ(button.sizeHint(), QSize(25, 18));
+  EXPECT_EQ(button.cursor().shape(), Qt::PointingHandCursor);
+  EXPECT_TRUE(button.testAttribute(Qt::WA_OpaquePaintEvent));
+  EXPECT_TRUE(button.Flat());
+  EXPECT_TRUE(button.Rounded());
+  EXPECT_FALSE(button.AllowPress());
+  EXPECT_FALSE(button.AutoSize());
+  EXPECT_EQ(button.Margin(), -1);
+  EXPECT_EQ(button.OverColor(), QColor(192, 192, 192));
+  EXPECT_EQ(button.PressedColor(), QColor(Qt::black));
+}
+
+// A button at (10, 10) in a shown window, so that presses go through Qt's
+// routing and the implicit grab as the user's do.
+class RndBtnMouse : public testing::Test {
+ protected:
+  void SetUp() override {
+    window_.resize(200, 100);
+    button_ = new TWRndBtn(&window_);
+    button_->setGeometry(10, 10, 40, 20);
+    window_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
+  }
+
+  void Press(QPoint pos, Qt::MouseButton mouse = Qt::LeftButton) {
+    QTest::mousePress(window_.windowHandle(), mouse, {}, pos);
+  }
+  void Release(QPoint pos, Qt::MouseButton mouse = Qt::LeftButton) {
+    QTest::mouseRelease(window_.windowHandle(), mouse, {}, pos);
+  }
+
+  static constexpr QPoint Inside{30, 20};
+  static constexpr QPoint Outside{150, 80};
+
+  QWidget window_;
+  TWRndBtn* button_ = nullptr;
+};
+
+TEST_F(RndBtnMouse, ClicksOnlyWhenReleasedOverTheButton) {
+  const struct {
+    const char* name;
+    bool enabled;
+    bool flat;
+    Qt::MouseButton mouse;
+    QPoint press;
+    QPoint release;
+    int clicks;
+    bool overAfter;
+  } cases[] = {
+      {"inside", true, true, Qt::LeftButton, Inside, Inside, 1, true},
+      {"right button", true, true, Qt::RightButton, Inside, Inside, 0, true},
+      {"inside, not flat", true, false, Qt::LeftButton, Inside, Inside, 1, false},
+      {"released outside", true, true, Qt::LeftButton, Inside, Outside, 0, false},
+      {"pressed outside", true, true, Qt::LeftButton, Outside, Inside, 0, true},  // ends over it
+      {"disabled", false, true, Qt::LeftButton, Inside, Inside, 0, false},
+  };
+  for (const auto& c : cases) {
+    button_->setEnabled(c.enabled);
+    button_->SetFlat(c.flat);
+    QSignalSpy clicked(button_, &TWRndBtn::clicked);
+    Press(c.press, c.mouse);
+    EXPECT_EQ(button_->IsDown(), c.enabled && c.mouse == Qt::LeftButton && c.press == Inside) << c.name;
+    Release(c.release, c.mouse);
+    EXPECT_FALSE(button_->IsDown()) << c.name;
+    EXPECT_EQ(clicked.count(), c.clicks) << c.name;
+    EXPECT_EQ(button_->IsMouseOver(), c.overAfter) << c.name;
+  }
+}
+
+TEST_F(RndBtnMouse, DisablingWhileHeldLeavesTheButtonUp) {
+  Press(Inside);
+  ASSERT_TRUE(button_->IsDown());
+  button_->setEnabled(false);
+  EXPECT_FALSE(button_->IsDown());
+  button_->setEnabled(true);
+  QSignalSpy clicked(button_, &TWRndBtn::clicked);
+  Release(Inside);
+  EXPECT_EQ(clicked.count(), 0);
+}
+
+TEST_F(RndBtnMouse, DoubleClickPressesAgain) {
+  QSignalSpy clicked(button_, &TWRndBtn::clicked);
+  QSignalSpy doubleClicked(button_, &TWRndBtn::doubleClicked);
+  QTest::mouseDClick(window_.windowHandle(), Qt::LeftButton, {}, Inside);
+  EXPECT_EQ(doubleClicked.count(), 1);
+  EXPECT_EQ(clicked.count(), 2);
+  EXPECT_FALSE(button_->IsDown());
+}
+
+// Rendering, with the parent's background in a colour no state uses.
+class RndBtnPaint : public testing::Test {
+ protected:
+  void SetUp() override {
+    QPalette palette = parent_.palette();
+    palette.setColor(QPalette::Window, QColor::fromRgb(Background));
+    parent_.setPalette(palette);
+    button_ = new TWRndBtn(&parent_);
+    button_->resize(80, 30);
+  }
+
+  QImage Render() const { return button_->grab().toImage(); }
+  // Pixels as RGB: a palette colour may carry more precision than the image.
+  QRgb Pixel(int x, int y) const { return Render().pixel(x, y); }
+  QRgb Centre() const { return Pixel(40, 15); }
+
+  void Enter() {
+    QEnterEvent event(QPointF(5, 5), QPointF(5, 5), button_->mapToGlobal(QPointF(5, 5)));
+    QApplication::sendEvent(button_, &event);
+  }
+  void Leave() {
+    QEvent event(QEvent::Leave);
+    QApplication::sendEvent(button_, &event);
+  }
+  void Press() { QTest::mousePress(button_, Qt::LeftButton, {}, QPoint(40, 15)); }
+  void Release(QPoint pos = {40, 15}) { QTest::mouseRelease(button_, Qt::LeftButton, {}, pos); }
+
+  QRgb Dark() const { return button_->palette().color(QPalette::Dark).rgb(); }
+  QRgb Light() const { return button_->palette().color(QPalette::Light).rgb(); }
+
+  // The box around the pixels inside the outline that are not the fill.
+  QRect CaptionBox() const {
+    const QImage image = Render();
+    const QRgb fill = image.pixel(4, 4);
+    QRect box;
+    for (int y = 4; y < image.height() - 4; ++y) {
+      for (int x = 4; x < image.width() - 4; ++x) {
+        if (image.pixel(x, y) != fill) box |= QRect(x, y, 1, 1);
+      }
+    }
+    return box;
+  }
+
+  static constexpr QRgb Background = 0xff0a78c8;
+  QWidget parent_;
+  TWRndBtn* button_ = nullptr;
+};
+
+TEST_F(RndBtnPaint, FillFollowsTheMouse) {
+  button_->SetOverColor(QColor(0, 200, 0));
+  button_->SetPressedColor(QColor(200, 0, 0));
+  EXPECT_EQ(Centre(), Background) << "idle: the parent's colour";
+  Enter();
+  EXPECT_EQ(Centre(), qRgb(0, 200, 0)) << "hovered";
+  Press();
+  EXPECT_EQ(Centre(), qRgb(200, 0, 0)) << "pressed";
+  Leave();
+  EXPECT_EQ(Centre(), qRgb(200, 0, 0)) << "dragged off, still held";
+  Release({100, 100});
+  EXPECT_EQ(Centre(), Background) << "released outside";
+}
+
+TEST_F(RndBtnPaint, RoundedCornersShowTheParent) {
+  Press();
+  EXPECT_EQ(Pixel(0, 0), Background);
+  button_->SetRounded(false);
+  EXPECT_EQ(Pixel(0, 0), Dark());
+}
+
+TEST_F(RndBtnPaint, PressShowsOnlyWhenAllowed) {
+  button_->SetRounded(false);
+  button_->SetCaption(QStringLiteral("Hg"));
+  const struct {
+    bool allowPress;
+    QPoint captionMoves;
+    bool plainOutlineWhenDown;
+  } cases[] = {
+      {false, {0, 0}, true},
+      {true, {1, 1}, false},
+  };
+  for (const auto& c : cases) {
+    button_->SetAllowPress(c.allowPress);
+    Enter();
+    const QRect up = CaptionBox();
+    ASSERT_FALSE(up.isEmpty());
+    Press();
+    const QRect down = CaptionBox();
+    const QImage image = Render();
+    Release();
+    EXPECT_EQ(down, up.translated(c.captionMoves)) << c.allowPress;
+    // The plain outline runs along the top edge; the sunken bevel's dark
+    // side is the inner one, which leaves the top edge in the fill.
+    EXPECT_EQ(image.pixel(40, 0) == Dark(), c.plainOutlineWhenDown) << c.allowPress;
+  }
+}
+
+TEST_F(RndBtnPaint, FlatButtonRaisesOnlyUnderTheMouse) {
+  button_->SetRounded(false);
+  button_->SetAllowPress(true);
+  EXPECT_EQ(Pixel(40, 0), Dark()) << "flat, idle: plain outline";
+  EXPECT_EQ(Pixel(40, 2), Background);
+  Enter();
+  EXPECT_EQ(Pixel(40, 2), Light()) << "raised: light inner top";
+  EXPECT_EQ(Pixel(40, 28), Dark()) << "raised: dark bottom";
+  Press();
+  EXPECT_EQ(Pixel(40, 2), Dark()) << "sunken: dark inner top";
+  EXPECT_EQ(Pixel(40, 28), Light()) << "sunken: light bottom";
+  Release();
+  Leave();
+  button_->SetFlat(false);
+  EXPECT_EQ(Pixel(40, 2), Light()) << "not flat: always raised";
+}
+
+TEST(RndBtn, AutoSizeFitsTheCaptionInTheButtonsFont) {
+  TWRndBtn button;
+  QFont font = button.font();
+  font.setPixelSize(12);
+  button.setFont(font);
+  button.SetCaption(QStringLiteral("Any"));
+  EXPECT_EQ(button.size(), QSize(25, 18)) << "not until asked";
+  button.SetAutoSize(true);
+  const auto expected = [&button] {
+    const QFontMetrics metrics(button.font());
+    return QSize(metrics.horizontalAdvance(button.Caption()) + 10, metrics.height() + 1);
+  };
+  EXPECT_EQ(button.size(), expected());
+  EXPECT_EQ(button.sizeHint(), expected());
+  button.SetCaption(QStringLiteral("All of the following"));
+  EXPECT_EQ(button.size(), expected());
+  font.setPixelSize(20);
+  button.setFont(font);
+  EXPECT_EQ(button.size(), expected());
+}
+
+// Counts the paint events a shown button gets.
+class PaintCounter : public QObject {
+ public:
+  int count = 0;
+
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count;
+    return false;
+  }
+};
+
+TEST(RndBtn, PropertiesNotifyAndRepaintOnlyOnChange) {
+  QWidget window;
+  window.resize(100, 50);
+  auto* button = new TWRndBtn(&window);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+  PaintCounter paints;
+  button->installEventFilter(&paints);
+
+  const struct {
+    const char* name;
+    QVariant value;
+  } cases[] = {
+      {"AllowPress", true},
+      {"Flat", false},
+      {"Rounded", false},
+      {"OverColor", QColor(Qt::yellow)},
+      {"PressedColor", QColor(Qt::red)},
+      {"Margin", 4},
+      {"Caption", QStringLiteral("1")},
+  };
+  for (const auto& c : cases) {
+    const QMetaProperty property =
+        button->metaObject()->property(button->metaObject()->indexOfProperty(c.name));
+    ASSERT_TRUE(property.hasNotifySignal()) << c.name;
+    QSignalSpy notified(button, property.notifySignal());
+    QApplication::processEvents();
+    paints.count = 0;
+
+    ASSERT_TRUE(button->setProperty(c.name, c.value)) << c.name;
+    QApplication::processEvents();
+    EXPECT_EQ(button->property(c.name), c.value) << c.name;
+    EXPECT_EQ(notified.count(), 1) << c.name;
+    EXPECT_GT(paints.count, 0) << c.name;
+
+    paints.count = 0;
+    button->setProperty(c.name, c.value);
+    QApplication::processEvents();
+    EXPECT_EQ(notified.count(), 1) << c.name << ": the same value again";
+    EXPECT_EQ(paints.count, 0) << c.name << ": the same value again";
+  }
+}
+
+}  // namespace
