@@ -86,7 +86,8 @@ void TDropDownCustomEdit::ShowControl() {
   editor_ = editor;
   editor->setFont(parentWidget() != nullptr ? parentWidget()->font() : font());
   SetEditorText(Value());
-  const int width = std::max(this->width(), fontMetrics().averageCharWidth() * MinimumEditorChars);
+  const int width = std::max(
+      {this->width(), fontMetrics().averageCharWidth() * MinimumEditorChars, editor->sizeHint().width()});
   const int height = editor->sizeHint().height();
   QRect place(host == this ? QPoint(0, 0) : pos(), QSize(width, height));
   place.moveTop(place.top() + (this->height() - height) / 2);

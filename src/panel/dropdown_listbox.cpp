@@ -42,14 +42,18 @@ QRect PlaceListNearLabel(const QRect& label, QSize size, const QRect& screen, Qt
 }
 
 TDropDownCustomListBox::~TDropDownCustomListBox() {
-  delete list_;
+  // The list is a window of its own: it goes with the label, unheard.
+  if (list_ != nullptr) list_->removeEventFilter(this);
+  delete list_.data();
 }
 
 void TDropDownCustomListBox::ShowControl() {
   QListWidget* list = CreateList();
   list_ = list;
   list->setWindowFlags(Qt::Popup);
-  list->setFont(font());
+  QFont plain = font();  // the label's font without its underline
+  plain.setUnderline(false);
+  list->setFont(plain);
   list->setLayoutDirection(layoutDirection());
   list->installEventFilter(this);
   const QRect label(mapToGlobal(QPoint(0, 0)), size());
@@ -64,6 +68,7 @@ void TDropDownCustomListBox::HideControl() {
   if (list_ == nullptr) return;
   QListWidget* list = list_;
   list_ = nullptr;
+  list->removeEventFilter(this);
   list->hide();
   list->deleteLater();  // it may be inside one of its own events
 }

@@ -1,0 +1,199 @@
+#include "gallery_window.h"
+
+#include <QApplication>
+#include <QEnterEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "panel/dropdown_datetime.h"
+#include "panel/dropdown_edit.h"
+#include "panel/dropdown_listbox.h"
+#include "panel/round_button.h"
+
+namespace ts4gallery {
+namespace {
+
+using namespace ts4;
+
+QGridLayout& AddSection(QVBoxLayout& column, const QString& title) {
+  auto* box = new QGroupBox(title);
+  auto* grid = new QGridLayout(box);
+  grid->setColumnMinimumWidth(1, 220);
+  grid->setColumnStretch(1, 1);
+  column.addWidget(box);
+  return *grid;
+}
+
+template <typename Label>
+Label* NewLabel(const QString& value) {
+  auto* label = new Label;
+  label->SetValue(value);
+  label->SetCaption(value);
+  return label;
+}
+
+void Fill(TDropDownList& list) {
+  list.AddItem({}, QStringLiteral("is equal to"), QStringLiteral("Equal"));
+  list.AddItem({}, QStringLiteral("is not equal to"), QStringLiteral("NotEqual"));
+  list.AddItem({}, QStringLiteral("is less than"), QStringLiteral("LessThan"));
+  list.AddItem({}, QStringLiteral("contains"), QStringLiteral("Contains"));
+  list.AddItem({}, QStringLiteral("is between"), QStringLiteral("Between"));
+  list.AddItem({}, QStringLiteral("is null"), QStringLiteral("IsNull"));
+}
+
+// Sends the button what the mouse would: entering it, or pressing on it.
+void Hover(QWidget& button) {
+  const QPointF inside(button.width() / 2.0, button.height() / 2.0);
+  QEnterEvent enter(inside, inside, button.mapToGlobal(inside));
+  QApplication::sendEvent(&button, &enter);
+}
+
+void Press(QWidget& button) {
+  const QPointF inside(button.width() / 2.0, button.height() / 2.0);
+  QMouseEvent press(QEvent::MouseButtonPress, inside, button.mapToGlobal(inside), Qt::LeftButton,
+                    Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&button, &press);
+}
+
+TWRndBtn* NewButton(const QString& caption) {
+  auto* button = new TWRndBtn;
+  button->SetCaption(caption);
+  button->SetAutoSize(true);
+  return button;
+}
+
+}  // namespace
+
+TGalleryWindow::TGalleryWindow(QWidget* parent) : QWidget(parent) {
+  setWindowTitle(QStringLiteral("ts4 widget gallery"));
+  auto* columns = new QHBoxLayout(this);
+  auto* left = new QVBoxLayout;
+  auto* right = new QVBoxLayout;
+  columns->addLayout(left);
+  columns->addLayout(right);
+
+  QGridLayout& labels = AddSection(*left, QStringLiteral("Drop-down labels"));
+  AddRow(labels, QStringLiteral("a value"), NewLabel<TDropDownLabel>(QStringLiteral("Lisbon")));
+  AddRow(labels, QStringLiteral("an empty value"), NewLabel<TDropDownLabel>(QString()));
+  AddRow(labels, QStringLiteral("\"&\" shown as it is"),
+         NewLabel<TDropDownLabel>(QStringLiteral("Smith & Sons")));
+  auto* fixed = NewLabel<TDropDownLabel>(QStringLiteral("all"));
+  fixed->SetFixed(true);
+  AddRow(labels, QStringLiteral("fixed (never drops down)"), fixed);
+  auto* disabled = NewLabel<TDropDownLabel>(QStringLiteral("Porto"));
+  disabled->setEnabled(false);
+  AddRow(labels, QStringLiteral("disabled"), disabled);
+
+  QGridLayout& edits = AddSection(*left, QStringLiteral("In-place editors"));
+  AddRow(edits, QStringLiteral("edit, closed"), NewLabel<TDropDownEdit>(QStringLiteral("Porto")));
+  auto* upper = NewLabel<TDropDownEdit>(QStringLiteral("LISBON"));
+  upper->SetAutoUpperCase(true);
+  AddRow(edits, QStringLiteral("edit, dropped down (capitals)"), upper);
+  auto* number = NewLabel<TDropDownEdit>(QStringLiteral("1250.50"));
+  number->SetValueType(TDropDownCustomEdit::vtFloat);
+  AddRow(edits, QStringLiteral("number edit, dropped down"), number);
+  auto* masked = NewLabel<TDropDownMaskEdit>(QStringLiteral("24122026"));
+  masked->SetEditMask(QStringLiteral("!99/99/0000;1;_"));
+  AddRow(edits, QStringLiteral("masked edit !99/99/0000, dropped down"), masked);
+  auto* date = NewLabel<TDropDownDateTimeEdit>(QStringLiteral("2026-11-22"));
+  AddRow(edits, QStringLiteral("date picker, dropped down"), date);
+  auto* time = NewLabel<TDropDownDateTimeEdit>(QStringLiteral("14:30:00"));
+  time->SetKind(TDropDownDateTimeEdit::ekTime);
+  AddRow(edits, QStringLiteral("time picker, closed"), time);
+  states_.push_back([upper, number, masked, date] {
+    for (TDropDownCustomEdit* edit :
+         {static_cast<TDropDownCustomEdit*>(upper), static_cast<TDropDownCustomEdit*>(number),
+          static_cast<TDropDownCustomEdit*>(masked), static_cast<TDropDownCustomEdit*>(date)})
+      edit->DropDown();
+  });
+
+  QGridLayout& buttons = AddSection(*right, QStringLiteral("Round buttons"));
+  AddRow(buttons, QStringLiteral("flat, idle"), NewButton(QStringLiteral("+")));
+  auto* hovered = NewButton(QStringLiteral("Add condition"));
+  AddRow(buttons, QStringLiteral("flat, mouse over"), hovered);
+  auto* pressed = NewButton(QStringLiteral("pressed"));
+  pressed->SetAllowPress(true);
+  AddRow(buttons, QStringLiteral("AllowPress, pressed"), pressed);
+  auto* plainPress = NewButton(QStringLiteral("pressed"));
+  AddRow(buttons, QStringLiteral("pressed without AllowPress"), plainPress);
+  auto* raised = NewButton(QStringLiteral("raised"));
+  raised->SetFlat(false);
+  raised->SetAllowPress(true);
+  AddRow(buttons, QStringLiteral("not flat, AllowPress"), raised);
+  auto* square = NewButton(QStringLiteral("square"));
+  square->SetRounded(false);
+  AddRow(buttons, QStringLiteral("square corners"), square);
+  auto* off = NewButton(QStringLiteral("disabled"));
+  off->setEnabled(false);
+  AddRow(buttons, QStringLiteral("disabled"), off);
+  states_.push_back([hovered, pressed, plainPress] {
+    Hover(*hovered);
+    Press(*pressed);
+    Press(*plainPress);
+  });
+
+  // The lists open below the window, side by side.
+  QGridLayout& lists = AddSection(*right, QStringLiteral("List boxes"));
+  auto* closedList = new TDropDownListBox;
+  Fill(*closedList);
+  closedList->SetValue(QStringLiteral("Contains"));
+  AddRow(lists, QStringLiteral("list box, closed"), closedList);
+  auto* openList = new TDropDownListBox;
+  Fill(*openList);
+  openList->SetValue(QStringLiteral("LessThan"));
+  AddRow(lists, QStringLiteral("list box, dropped down"), openList);
+  QGridLayout& checkLists = AddSection(*left, QStringLiteral("Check list boxes"));
+  auto* checks = new TDropDownCheckListBox;
+  Fill(*checks);
+  checks->SetValue(QStringLiteral("Equal,Between"));
+  AddRow(checkLists, QStringLiteral("check list box, dropped down"), checks);
+  states_.push_back([openList, checks] {
+    openList->DropDown();
+    checks->DropDown();
+  });
+
+  left->addStretch();
+  right->addStretch();
+}
+
+void TGalleryWindow::AddRow(QGridLayout& section, const QString& state, QWidget* control) {
+  const int row = section.rowCount();
+  section.addWidget(new QLabel(state), row, 0);
+  section.addWidget(control, row, 1, Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void TGalleryWindow::ShowStates() {
+  // The layout places the labels first; no events run before every state is
+  // set, so the window is not active yet and the editors opened one after
+  // the other take no focus from each other.
+  layout()->activate();
+  for (const auto& state : states_) state();
+}
+
+QImage TGalleryWindow::Render() {
+  // The window and every pop-up it opened, in screen coordinates.
+  const QRect window(mapToGlobal(QPoint(0, 0)), size());
+  QRect canvas = window;
+  std::vector<QWidget*> popups;
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    if (widget != this && widget->isVisible() && widget->windowType() == Qt::Popup) {
+      popups.push_back(widget);
+      canvas |= widget->geometry();
+    }
+  }
+  QImage image(canvas.size() * devicePixelRatio(), QImage::Format_ARGB32_Premultiplied);
+  image.setDevicePixelRatio(devicePixelRatio());
+  image.fill(palette().color(QPalette::Dark));
+  QPainter painter(&image);
+  painter.drawPixmap(window.topLeft() - canvas.topLeft(), grab());
+  for (QWidget* popup : popups)
+    painter.drawPixmap(popup->geometry().topLeft() - canvas.topLeft(), popup->grab());
+  return image;
+}
+
+}  // namespace ts4gallery
