@@ -15,6 +15,12 @@ if(TARGET ts4sql)
           LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
   install(EXPORT ts4SqlTargets NAMESPACE ts4:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ts4)
 endif()
+if(TARGET ts4widgets)
+  install(TARGETS ts4widgets EXPORT ts4WidgetsTargets
+          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(EXPORT ts4WidgetsTargets NAMESPACE ts4:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ts4)
+endif()
 
 configure_package_config_file(cmake/ts4Config.cmake.in
   ${CMAKE_CURRENT_BINARY_DIR}/ts4Config.cmake
