@@ -117,7 +117,9 @@ QAction* TWPopupMenu::Exec(QPoint globalPos) {
   QPointer<QAction> chosen;
   QEventLoop loop;
   connect(this, &QMenu::triggered, &loop, [&chosen](QAction* action) { chosen = action; });
+  // Queued: the loop must be running to be left, and triggered follows aboutToHide.
   connect(this, &QMenu::aboutToHide, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+  connect(this, &QObject::destroyed, &loop, &QEventLoop::quit, Qt::QueuedConnection);
   Popup(globalPos);
   if (PopupWidget() || isVisible()) loop.exec();
   return chosen;
