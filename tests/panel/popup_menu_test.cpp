@@ -35,6 +35,13 @@ void ExpectClosed(const TWPopupMenu& menu) {
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
+// Qt drops a move to where the mouse already is (a test before may have left
+// it there): come from one pixel away.
+void Hover(QWidget* window, QPoint pos) {
+  QTest::mouseMove(window, pos - QPoint(0, 1));
+  QTest::mouseMove(window, pos);
+}
+
 class PopupMenuTest : public testing::Test {
  protected:
   void TearDown() override {
@@ -156,7 +163,7 @@ TEST_F(PopupMenuTest, SubMenusAreSplitWithTheSameColumnLength) {
 
   // Hovering the group opens it beside its item, in columns.
   const QRect groupItem = menu.ItemGeometry(group->menuAction());
-  QTest::mouseMove(menu.PopupWidget(), groupItem.center());
+  Hover(menu.PopupWidget(), groupItem.center());
   QWidget* groupWindow = group->PopupWidget();
   ASSERT_NE(groupWindow, nullptr);
   EXPECT_GE(groupWindow->x(), menu.PopupWidget()->geometry().right());
@@ -170,6 +177,25 @@ TEST_F(PopupMenuTest, SubMenusAreSplitWithTheSameColumnLength) {
   EXPECT_EQ(groupTriggered.size(), 1);
   ExpectClosed(menu);
   EXPECT_EQ(group->PopupWidget(), nullptr);
+}
+
+// The open sub-menu gets the mouse; a click on the menu it came from still
+// chooses there.
+TEST_F(PopupMenuTest, AClickOnTheParentWhileASubMenuIsOpenChoosesInTheParent) {
+  TWPopupMenu menu;
+  AddItems(menu, 3);
+  TWPopupMenu* group = menu.AddSubMenu(QStringLiteral("Group"));
+  AddItems(*group, 3);
+  QSignalSpy menuTriggered(&menu, &QMenu::triggered);
+  menu.Popup({10, 10});
+  Hover(menu.PopupWidget(), menu.ItemGeometry(group->menuAction()).center());
+  ASSERT_NE(group->PopupWidget(), nullptr);
+  ASSERT_EQ(QApplication::activePopupWidget(), group->PopupWidget());
+
+  QTest::mouseClick(menu.PopupWidget(), Qt::LeftButton, {}, menu.ItemGeometry(ItemAt(menu, 1)).center());
+  ASSERT_EQ(menuTriggered.size(), 1);
+  EXPECT_EQ(menuTriggered[0][0].value<QAction*>(), ItemAt(menu, 1));
+  ExpectClosed(menu);
 }
 
 // The way the drop-down labels build their menus: groups as plain sub-menus
@@ -223,7 +249,7 @@ TEST_F(PopupMenuTest, StaysOnTheScreenNearItsCorner) {
       // The group is the last item of the last column: its sub-menu opens
       // beside it, on whichever side has room.
       const QRect groupItem = menu.ItemGeometry(group->menuAction());
-      QTest::mouseMove(menu.PopupWidget(), groupItem.center());
+      Hover(menu.PopupWidget(), groupItem.center());
       ASSERT_NE(group->PopupWidget(), nullptr);
       const QRect subMenu = group->PopupWidget()->geometry();
       EXPECT_TRUE(screen.contains(subMenu)) << corner.x() << "," << corner.y();
