@@ -8,11 +8,15 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
+#include <array>
+#include <initializer_list>
 
 #include "panel/dropdown_datetime.h"
 #include "panel/dropdown_edit.h"
 #include "panel/dropdown_listbox.h"
+#include "panel/dropdown_popup.h"
 #include "panel/round_button.h"
 
 namespace ts4gallery {
@@ -23,7 +27,7 @@ using namespace ts4;
 QGridLayout& AddSection(QVBoxLayout& column, const QString& title) {
   auto* box = new QGroupBox(title);
   auto* grid = new QGridLayout(box);
-  grid->setColumnMinimumWidth(1, 220);
+  grid->setColumnMinimumWidth(1, 140);  // room for the open editors
   grid->setColumnStretch(1, 1);
   column.addWidget(box);
   return *grid;
@@ -70,61 +74,69 @@ TWRndBtn* NewButton(const QString& caption) {
 }  // namespace
 
 TGalleryWindow::TGalleryWindow(QWidget* parent) : QWidget(parent) {
+  // Three narrow columns, so that the window fits a small screen; what drops
+  // down as a window of its own comes last in its column and opens over the
+  // free space below.
   setWindowTitle(QStringLiteral("ts4 widget gallery"));
   auto* columns = new QHBoxLayout(this);
-  auto* left = new QVBoxLayout;
-  auto* right = new QVBoxLayout;
-  columns->addLayout(left);
-  columns->addLayout(right);
+  std::array<QVBoxLayout*, 3> column{};
+  for (QVBoxLayout*& layout : column) {
+    layout = new QVBoxLayout;
+    columns->addLayout(layout);
+  }
 
-  QGridLayout& labels = AddSection(*left, QStringLiteral("Drop-down labels"));
+  QGridLayout& labels = AddSection(*column[0], QStringLiteral("Drop-down labels"));
   AddRow(labels, QStringLiteral("a value"), NewLabel<TDropDownLabel>(QStringLiteral("Lisbon")));
-  AddRow(labels, QStringLiteral("an empty value"), NewLabel<TDropDownLabel>(QString()));
-  AddRow(labels, QStringLiteral("\"&\" shown as it is"),
-         NewLabel<TDropDownLabel>(QStringLiteral("Smith & Sons")));
+  AddRow(labels, QStringLiteral("no value"), NewLabel<TDropDownLabel>(QString()));
+  AddRow(labels, QStringLiteral("\"&\" as it is"), NewLabel<TDropDownLabel>(QStringLiteral("Smith & Sons")));
   auto* fixed = NewLabel<TDropDownLabel>(QStringLiteral("all"));
   fixed->SetFixed(true);
-  AddRow(labels, QStringLiteral("fixed (never drops down)"), fixed);
+  AddRow(labels, QStringLiteral("fixed"), fixed);
   auto* disabled = NewLabel<TDropDownLabel>(QStringLiteral("Porto"));
   disabled->setEnabled(false);
   AddRow(labels, QStringLiteral("disabled"), disabled);
 
-  QGridLayout& edits = AddSection(*left, QStringLiteral("In-place editors"));
+  QGridLayout& edits = AddSection(*column[0], QStringLiteral("In-place editors"));
   AddRow(edits, QStringLiteral("edit, closed"), NewLabel<TDropDownEdit>(QStringLiteral("Porto")));
   auto* upper = NewLabel<TDropDownEdit>(QStringLiteral("LISBON"));
   upper->SetAutoUpperCase(true);
-  AddRow(edits, QStringLiteral("edit, dropped down (capitals)"), upper);
+  AddRow(edits, QStringLiteral("open, capitals"), upper);
   auto* number = NewLabel<TDropDownEdit>(QStringLiteral("1250.50"));
   number->SetValueType(TDropDownCustomEdit::vtFloat);
-  AddRow(edits, QStringLiteral("number edit, dropped down"), number);
+  AddRow(edits, QStringLiteral("open, a number"), number);
   auto* masked = NewLabel<TDropDownMaskEdit>(QStringLiteral("24122026"));
   masked->SetEditMask(QStringLiteral("!99/99/0000;1;_"));
-  AddRow(edits, QStringLiteral("masked edit !99/99/0000, dropped down"), masked);
+  AddRow(edits, QStringLiteral("open, !99/99/0000"), masked);
   auto* date = NewLabel<TDropDownDateTimeEdit>(QStringLiteral("2026-11-22"));
-  AddRow(edits, QStringLiteral("date picker, dropped down"), date);
+  AddRow(edits, QStringLiteral("open, a date"), date);
   auto* time = NewLabel<TDropDownDateTimeEdit>(QStringLiteral("14:30:00"));
   time->SetKind(TDropDownDateTimeEdit::ekTime);
-  AddRow(edits, QStringLiteral("time picker, closed"), time);
+  AddRow(edits, QStringLiteral("a time, closed"), time);
   states_.push_back([upper, number, masked, date] {
-    for (TDropDownCustomEdit* edit :
-         {static_cast<TDropDownCustomEdit*>(upper), static_cast<TDropDownCustomEdit*>(number),
-          static_cast<TDropDownCustomEdit*>(masked), static_cast<TDropDownCustomEdit*>(date)})
+    for (TDropDownCustomEdit* edit : std::initializer_list<TDropDownCustomEdit*>{upper, number, masked, date})
       edit->DropDown();
   });
 
-  QGridLayout& buttons = AddSection(*right, QStringLiteral("Round buttons"));
+  QGridLayout& checkLists = AddSection(*column[0], QStringLiteral("Check list box"));
+  auto* checks = new TDropDownCheckListBox;
+  Fill(*checks);
+  checks->SetValue(QStringLiteral("Equal,Between"));
+  AddRow(checkLists, QStringLiteral("open"), checks);
+  states_.push_back([checks] { checks->DropDown(); });
+
+  QGridLayout& buttons = AddSection(*column[1], QStringLiteral("Round buttons"));
   AddRow(buttons, QStringLiteral("flat, idle"), NewButton(QStringLiteral("+")));
   auto* hovered = NewButton(QStringLiteral("Add condition"));
   AddRow(buttons, QStringLiteral("flat, mouse over"), hovered);
   auto* pressed = NewButton(QStringLiteral("pressed"));
   pressed->SetAllowPress(true);
-  AddRow(buttons, QStringLiteral("AllowPress, pressed"), pressed);
+  AddRow(buttons, QStringLiteral("AllowPress, down"), pressed);
   auto* plainPress = NewButton(QStringLiteral("pressed"));
-  AddRow(buttons, QStringLiteral("pressed without AllowPress"), plainPress);
+  AddRow(buttons, QStringLiteral("no AllowPress, down"), plainPress);
   auto* raised = NewButton(QStringLiteral("raised"));
   raised->SetFlat(false);
   raised->SetAllowPress(true);
-  AddRow(buttons, QStringLiteral("not flat, AllowPress"), raised);
+  AddRow(buttons, QStringLiteral("not flat"), raised);
   auto* square = NewButton(QStringLiteral("square"));
   square->SetRounded(false);
   AddRow(buttons, QStringLiteral("square corners"), square);
@@ -137,28 +149,39 @@ TGalleryWindow::TGalleryWindow(QWidget* parent) : QWidget(parent) {
     Press(*plainPress);
   });
 
-  // The lists open below the window, side by side.
-  QGridLayout& lists = AddSection(*right, QStringLiteral("List boxes"));
+  QGridLayout& lists = AddSection(*column[1], QStringLiteral("List box"));
   auto* closedList = new TDropDownListBox;
   Fill(*closedList);
   closedList->SetValue(QStringLiteral("Contains"));
-  AddRow(lists, QStringLiteral("list box, closed"), closedList);
+  AddRow(lists, QStringLiteral("closed"), closedList);
   auto* openList = new TDropDownListBox;
   Fill(*openList);
   openList->SetValue(QStringLiteral("LessThan"));
-  AddRow(lists, QStringLiteral("list box, dropped down"), openList);
-  QGridLayout& checkLists = AddSection(*left, QStringLiteral("Check list boxes"));
-  auto* checks = new TDropDownCheckListBox;
-  Fill(*checks);
-  checks->SetValue(QStringLiteral("Equal,Between"));
-  AddRow(checkLists, QStringLiteral("check list box, dropped down"), checks);
-  states_.push_back([openList, checks] {
-    openList->DropDown();
-    checks->DropDown();
-  });
+  AddRow(lists, QStringLiteral("open"), openList);
+  states_.push_back([openList] { openList->DropDown(); });
 
-  left->addStretch();
-  right->addStretch();
+  // Groups are sub-menus with images; a long menu splits into columns.
+  QGridLayout& popups = AddSection(*column[2], QStringLiteral("Pop-up menus"));
+  auto* grouped = new TDropDownPopup;
+  grouped->SetImages({style()->standardIcon(QStyle::SP_DirIcon), style()->standardIcon(QStyle::SP_FileIcon)});
+  grouped->OnGetGroupImageIndex = [](const QString&, int& index) { index = 0; };
+  grouped->OnGetItemImageIndex = [](const QString&, const QString&, int& index) { index = 1; };
+  for (const QString& field : {QStringLiteral("Company"), QStringLiteral("City"), QStringLiteral("Country")})
+    grouped->AddItem(QStringLiteral("Customers"), field);
+  for (const QString& field :
+       {QStringLiteral("Order date"), QStringLiteral("Status"), QStringLiteral("Total")})
+    grouped->AddItem(QStringLiteral("Orders"), field);
+  grouped->AddItem({}, QStringLiteral("Line amount"));
+  grouped->SetValue(QStringLiteral("City"));
+  AddRow(popups, QStringLiteral("groups, closed"), grouped);
+  auto* longMenu = new TDropDownPopup;
+  for (int i = 1; i <= 17; ++i) longMenu->AddItem({}, QStringLiteral("Field %1").arg(i));
+  longMenu->SetItemLimit(8);
+  longMenu->SetValue(QStringLiteral("Field 5"));
+  AddRow(popups, QStringLiteral("17 items, 8 a column"), longMenu);
+  states_.push_back([longMenu] { longMenu->DropDown(); });
+
+  for (QVBoxLayout* layout : column) layout->addStretch();
 }
 
 void TGalleryWindow::AddRow(QGridLayout& section, const QString& state, QWidget* control) {

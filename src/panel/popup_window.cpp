@@ -26,7 +26,10 @@ QList<QAction*> VisibleActions(const QMenu& menu) {
 }
 
 TPopupWindow::TPopupWindow(QMenu& menu, const TPopupSettings& settings, TPopupWindow* parentWindow)
-    : QWidget(nullptr, Qt::Popup | Qt::FramelessWindowHint), menu_(&menu), settings_(settings), parent_(parentWindow) {
+    : QWidget(nullptr, Qt::Popup | Qt::FramelessWindowHint),
+      menu_(&menu),
+      settings_(settings),
+      parent_(parentWindow) {
   // Not a child of the menu: a slot of the chosen action may delete the menu
   // while this window is still handling the click.
   setAttribute(Qt::WA_DeleteOnClose);

@@ -6,6 +6,8 @@
 #include <QTest>
 
 #include "panel/dropdown_listbox.h"
+#include "panel/dropdown_popup.h"
+#include "panel/popup_menu.h"
 
 namespace {
 
@@ -108,6 +110,59 @@ TEST(DropDownCheckListBox, CheckedItemsMakeTheValue) {
   EXPECT_FALSE(label->Dropped());
   EXPECT_EQ(label->Value(), "") << "closing accepts, nothing checked included";
   EXPECT_EQ(label->GetCaption(), "_____");
+}
+
+// The action of the open menu (or of its sub-menus) with that text.
+QAction* ActionNamed(QMenu& menu, const QString& text) {
+  for (QAction* action : menu.actions()) {
+    if (action->text() == text) return action;
+    if (action->menu() != nullptr)
+      if (QAction* inner = ActionNamed(*action->menu(), text)) return inner;
+  }
+  return nullptr;
+}
+
+TEST(DropDownPopup, GroupsBecomeSubMenusWithTheirImagesAndAChoiceIsAccepted) {
+  QWidget window;
+  auto* label = new ts4::TDropDownPopup(&window);
+  Fill(*label);
+  QPixmap red(8, 8);
+  red.fill(Qt::red);
+  label->SetImages({QIcon(), QIcon(red)});
+  label->OnGetGroupImageIndex = [](const QString& group, int& index) { index = group == "Spain" ? 1 : -1; };
+  label->OnGetItemImageIndex = [](const QString&, const QString& item, int& index) {
+    index = item == "Faro" ? 1 : -1;
+  };
+  label->SetValue("LIS");
+  window.show();
+  QSignalSpy afterUp(label, &ts4::TDropDownLabel::afterDropUp);
+
+  QTest::mouseClick(label, Qt::LeftButton);
+  ts4::TWPopupMenu* menu = label->Menu();
+  ASSERT_NE(menu, nullptr);
+  QStringList top;
+  for (QAction* action : menu->actions()) top.append(action->text());
+  EXPECT_EQ(top, (QStringList{"Lisbon", "Spain", "Faro"})) << "the group stands where its first item does";
+  EXPECT_FALSE(menu->actions()[1]->icon().isNull()) << "the group's image";
+  EXPECT_FALSE(menu->actions()[2]->icon().isNull()) << "an item's image";
+  EXPECT_TRUE(menu->actions()[0]->isChecked()) << "the current value";
+  ASSERT_NE(menu->actions()[1]->menu(), nullptr);
+  EXPECT_EQ(menu->actions()[1]->menu()->actions().size(), 2);
+
+  ActionNamed(*menu, "Barcelona")->trigger();
+  EXPECT_EQ(label->Value(), "BCN");
+  EXPECT_EQ(label->GetCaption(), "Barcelona");
+  EXPECT_FALSE(label->Dropped());
+
+  label->DropDown();
+  menu = label->Menu();
+  ASSERT_NE(menu->PopupWidget(), nullptr);
+  QTest::keyClick(menu->PopupWidget(), Qt::Key_Escape);
+  QTest::qWait(20);  // the cancel is looked at once the menu has closed
+  EXPECT_FALSE(label->Dropped());
+  EXPECT_EQ(label->Value(), "BCN");
+  ASSERT_EQ(afterUp.count(), 2);
+  EXPECT_FALSE(afterUp.at(1).at(0).toBool());
 }
 
 TEST(DropDownListBox, ListsStayOnTheScreenNextToTheirLabel) {
