@@ -34,7 +34,12 @@ constexpr int MinimumEditorChars = 12;
 TDropDownCustomEdit::TDropDownCustomEdit(QWidget* parent) : TDropDownLabel(parent) {}
 
 TDropDownCustomEdit::~TDropDownCustomEdit() {
-  delete editor_;
+  // An editor still open goes with the label, unheard: losing its focus
+  // while it is deleted must not drop up a label that is going away.
+  QWidget* editor = editor_;
+  editor_ = nullptr;
+  if (editor != nullptr) editor->disconnect(this);
+  delete editor;
 }
 
 bool TDropDownCustomEdit::GetOption(int option) const {

@@ -152,6 +152,21 @@ TEST(DropDownEdit, EnterAcceptsEscapeCancelsLeavingAccepts) {
   EXPECT_EQ(label.Value(), "Faro") << "an empty input changes nothing";
 }
 
+TEST(DropDownEdit, ALabelMayGoAwayWhileItsEditorIsOpen) {
+  QWidget window;
+  auto* label = new ts4::TDropDownEdit(&window);
+  auto* other = new ts4::TDropDownEdit(&window);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  ts4::TSilentEdit* edit = OpenEditor(*label);
+  ASSERT_NE(edit, nullptr);
+  ASSERT_TRUE(edit->hasFocus()) << "so that deleting it moves the focus";
+  delete label;
+  EXPECT_TRUE(window.findChildren<ts4::TSilentEdit*>().isEmpty()) << "the editor went with it";
+  other->DropDown();  // focus moves on without anyone to tell
+  EXPECT_TRUE(other->Dropped());
+}
+
 TEST(DropDownEdit, EnterStaysInTheEditor) {
   QDialog dialog;
   auto* layout = new QVBoxLayout(&dialog);
