@@ -8,19 +8,17 @@ install(TARGETS ts4core EXPORT ts4Targets
 install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ts4
         FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE)
 install(EXPORT ts4Targets NAMESPACE ts4:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ts4)
-if(TARGET ts4sql)
-  # In an export of its own, so that using ts4::core alone needs no Qt.
-  install(TARGETS ts4sql EXPORT ts4SqlTargets
-          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  install(EXPORT ts4SqlTargets NAMESPACE ts4:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ts4)
-endif()
-if(TARGET ts4widgets)
-  install(TARGETS ts4widgets EXPORT ts4WidgetsTargets
-          ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  install(EXPORT ts4WidgetsTargets NAMESPACE ts4:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ts4)
-endif()
+# The Qt layers each in an export of their own, so that using ts4::core
+# alone needs no Qt.
+foreach(layer IN ITEMS Sql Widgets)
+  string(TOLOWER ${layer} name)
+  if(TARGET ts4${name})
+    install(TARGETS ts4${name} EXPORT ts4${layer}Targets
+            ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(EXPORT ts4${layer}Targets NAMESPACE ts4:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ts4)
+  endif()
+endforeach()
 
 configure_package_config_file(cmake/ts4Config.cmake.in
   ${CMAKE_CURRENT_BINARY_DIR}/ts4Config.cmake

@@ -295,24 +295,22 @@ void TWSQLParser::ProcessWhere() {
 }
 
 void TWSQLParser::ProcessBoolExpr(TSQLBracket& parent) {
-  ProcessBoolTerm(parent);
-  TSQLBracket* joined = nullptr;
-  while (Is("or")) {
-    Next();
-    if (scanner_.EOS()) break;
-    if (joined == nullptr) joined = &JoinLastItem(parent, "or");
-    ProcessBoolTerm(*joined);
-  }
+  ProcessJoined(parent, "or", &TWSQLParser::ProcessBoolTerm);
 }
 
 void TWSQLParser::ProcessBoolTerm(TSQLBracket& parent) {
-  ProcessBoolFactor(parent);
+  ProcessJoined(parent, "and", &TWSQLParser::ProcessBoolFactor);
+}
+
+void TWSQLParser::ProcessJoined(TSQLBracket& parent, std::string_view word,
+                                void (TWSQLParser::*readItem)(TSQLBracket&)) {
+  (this->*readItem)(parent);
   TSQLBracket* joined = nullptr;
-  while (Is("and")) {
+  while (Is(word)) {
     Next();
     if (scanner_.EOS()) break;
-    if (joined == nullptr) joined = &JoinLastItem(parent, "and");
-    ProcessBoolFactor(*joined);
+    if (joined == nullptr) joined = &JoinLastItem(parent, word);
+    (this->*readItem)(*joined);
   }
 }
 

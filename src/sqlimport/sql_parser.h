@@ -69,6 +69,9 @@ class TWSQLParser {
   std::string ProcessTableName();
   std::string ReadExpression(std::initializer_list<std::string_view> stops);
   void ProcessComparison(TSQLBracket& bracket, bool negate);
+  /// Items read by `readItem` and joined by `word`: a single item goes into
+  /// the parent as it is, two or more into a bracket of that word.
+  void ProcessJoined(TSQLBracket& parent, std::string_view word, void (TWSQLParser::*readItem)(TSQLBracket&));
   void CheckNesting() const;
   void ProcessOrderByNumbers();
   void ProcessOrderByNames();
