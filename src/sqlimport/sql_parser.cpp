@@ -178,6 +178,10 @@ std::string TWSQLParser::ReadExpression(std::initializer_list<std::string_view> 
     if (Is(")")) --depth;
     Next();
   }
+  return TextSince(from);
+}
+
+std::string TWSQLParser::TextSince(const TWScannerBookmark& from) const {
   TWScannerBookmark to;
   scanner_.GetBookmark(to);
   std::string text;
@@ -425,11 +429,7 @@ std::string TWSQLParser::ProcessConditionValue(bool& isSubQuery) {
     first = false;
     Next();
   }
-  TWScannerBookmark to;
-  scanner_.GetBookmark(to);
-  std::string text;
-  scanner_.ExtractPiece(from, to, text, false);
-  return text;
+  return TextSince(from);
 }
 
 // ---- GROUP BY and ORDER BY -------------------------------------------------------

@@ -68,6 +68,8 @@ class TWSQLParser {
   [[nodiscard]] bool AtClause() const;
   std::string ProcessTableName();
   std::string ReadExpression(std::initializer_list<std::string_view> stops);
+  /// The source text from the bookmark up to the current token, as written.
+  [[nodiscard]] std::string TextSince(const TWScannerBookmark& from) const;
   void ProcessComparison(TSQLBracket& bracket, bool negate);
   /// Items read by `readItem` and joined by `word`: a single item goes into
   /// the parent as it is, two or more into a bracket of that word.
