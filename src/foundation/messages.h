@@ -31,6 +31,10 @@ inline constexpr std::string_view NoDbStruct = "DbStruct is not specified";
 inline constexpr std::string_view InvalidDateTime = "'%s' is not a valid date and time";
 inline constexpr std::string_view InvalidPropertyValue = "Invalid property value";
 inline constexpr std::string_view UnreadableCondition = "No operator of the structure reads the condition %s";
+inline constexpr std::string_view ForeignRow = "A row can only be placed in a bracket of its own query";
+inline constexpr std::string_view ForeignClone =
+    "A row can only be copied from a query over the same structure";
+inline constexpr std::string_view MoveIntoItself = "A bracket can not be moved into itself";
 
 // SQL parser.
 inline constexpr std::string_view WrongSQL = "Wrong SQL statement";

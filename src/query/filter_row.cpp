@@ -7,6 +7,7 @@
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "query/query.h"
+#include "query/query_notifier_p.h"
 #include "query/sql_param.h"
 #include "structure/field.h"
 #include "structure/operator.h"
@@ -17,8 +18,16 @@ namespace ts4 {
 
 void TFilterRow::SetEnabled(bool enabled) {
   if (enabled_ == enabled) return;
+  const detail::TQueryOperation operation(query_->Notifier());
   enabled_ = enabled;
-  NotifyChanged();
+  NotifyChanged({raEnabled});
+  if (parent_ != nullptr) parent_->KeepEnabledInStep();
+}
+
+void TFilterRow::SetHidden(bool hidden) {
+  if (hidden_ == hidden) return;
+  hidden_ = hidden;
+  NotifyChanged({raHidden});
 }
 
 void TFilterRow::NumberAs(const std::string& parentID, int number) {
@@ -38,8 +47,11 @@ int TFilterRow::Level() const {
   return level;
 }
 
-void TFilterRow::NotifyChanged() {
-  query_->RowChanged(*this);
+void TFilterRow::NotifyChanged(TRowAspects aspects) {
+  detail::TQueryNotifier& notifier = query_->Notifier();
+  notifier.RowChanged(*this, aspects);
+  // Hints and the hidden state are the view's; the query text holds neither.
+  if (!(aspects - TRowAspects{raHints, raHidden}).Empty()) notifier.DataChanged();
 }
 
 // ---- TFilterBracket --------------------------------------------------------------
@@ -47,7 +59,7 @@ void TFilterRow::NotifyChanged() {
 void TFilterBracket::SetLinkType(TFilterLinkType type) {
   if (linkType_ == type) return;
   linkType_ = type;
-  NotifyChanged();
+  NotifyChanged({raLinkType});
 }
 
 TFilterRow* TFilterBracket::GetRow(int index) const {
@@ -70,22 +82,38 @@ int TFilterBracket::BracketHeight() const {
   return height;
 }
 
+void TFilterBracket::CheckDepth(const TFilterRow& row) const {
+  if (!row.IsBracket()) return;
+  const int deepest = Level() + 1 + static_cast<const TFilterBracket&>(row).BracketHeight();
+  if (deepest > MaxBracketDepth)
+    throw EWQueryPanelError(qecNestingTooDeep, msg::NestingTooDeep, MaxBracketDepth);
+}
+
 TFilterRow* TFilterBracket::InsertRow(int index, std::unique_ptr<TFilterRow> row) {
   if (!row) return nullptr;
   if (index < 0 || index > GetRowCount()) throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
-  if (&row->Query() != &Query()) {
-    throw EWQueryPanelError(gecGeneral, "A row can only be inserted into a bracket of its own query");
-  }
-  if (row->IsBracket()) {
-    const int deepest = Level() + 1 + static_cast<const TFilterBracket&>(*row).BracketHeight();
-    if (deepest > MaxBracketDepth)
-      throw EWQueryPanelError(qecNestingTooDeep, msg::NestingTooDeep, MaxBracketDepth);
-  }
+  if (&row->Query() != &Query()) throw EWQueryPanelError(qecForeignRow, std::string(msg::ForeignRow));
+  CheckDepth(*row);
+  detail::TQueryNotifier& notifier = Query().Notifier();
+  const detail::TQueryOperation operation(notifier);
+  const bool wasEmpty = rows_.empty();
+  notifier.RowsAboutToBeInserted(*this, index, index);
   row->parent_ = this;
   TFilterRow* inserted = rows_.insert(rows_.begin() + index, std::move(row))->get();
   RenumberFrom(index);
-  Query().RowInserted(*inserted);
+  notifier.RowsInserted(*this, index, index);
+  if (index + 1 < GetRowCount()) notifier.RowsRenumbered(*this, index + 1);
+  notifier.DataChanged();
+  if (wasEmpty) KeepEnabledInStep();
   return inserted;
+}
+
+TFilterRow* TFilterBracket::AppendRead(std::unique_ptr<TFilterRow> row) {
+  CheckDepth(*row);
+  row->parent_ = this;
+  TFilterRow* added = rows_.emplace_back(std::move(row)).get();
+  added->NumberAs(RowID(), GetRowCount());
+  return added;
 }
 
 TFilterCond* TFilterBracket::InsertCond(int index) {
@@ -96,15 +124,133 @@ TFilterBracket* TFilterBracket::InsertBracket(int index) {
   return static_cast<TFilterBracket*>(InsertRow(index, std::make_unique<TFilterBracket>(Query())));
 }
 
-void TFilterBracket::RenumberFrom(int first) {
-  for (int i = first; i < GetRowCount(); ++i) {
-    TFilterRow& row = *rows_[static_cast<std::size_t>(i)];
-    if (row.IsBracket()) {
-      Query().EnumerateRows(static_cast<TFilterBracket&>(row), i + 1);
-    } else {
-      row.NumberAs(RowID(), i + 1);
+std::unique_ptr<TFilterRow> TFilterBracket::CopyTree(TWQuery& query, const TFilterRow& source) {
+  std::unique_ptr<TFilterRow> copy;
+  if (source.IsBracket()) {
+    const auto& from = static_cast<const TFilterBracket&>(source);
+    auto bracket = std::make_unique<TFilterBracket>(query);
+    bracket->linkType_ = from.linkType_;
+    bracket->rows_.reserve(from.rows_.size());
+    for (const auto& child : from.rows_) {
+      bracket->rows_.push_back(CopyTree(query, *child));  // depth is bounded by MaxBracketDepth
+      bracket->rows_.back()->parent_ = bracket.get();
+    }
+    copy = std::move(bracket);
+  } else {
+    const auto& from = static_cast<const TFilterCond&>(source);
+    auto cond = std::make_unique<TFilterCond>(query);
+    cond->field_ = from.field_;
+    cond->operator_ = from.operator_;
+    cond->values_ = from.values_;
+    cond->captions_ = from.captions_;
+    cond->hints_ = from.hints_;
+    cond->subQuery_ = from.subQuery_;
+    cond->subQueryOptions_ = from.subQueryOptions_;
+    copy = std::move(cond);
+  }
+  copy->enabled_ = source.enabled_;
+  copy->hidden_ = source.hidden_;
+  return copy;
+}
+
+TFilterRow* TFilterBracket::InsertClone(int index, const TFilterRow& source) {
+  if (index < 0 || index > GetRowCount()) throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
+  if (source.Query().DbStruct() != Query().DbStruct() || source.Parent() == nullptr)
+    throw EWQueryPanelError(qecForeignRow, std::string(msg::ForeignClone));
+  std::unique_ptr<TFilterRow> copy = CopyTree(Query(), source);
+  CheckDepth(*copy);
+  const detail::TQueryOperation operation(Query().Notifier());
+  // The copies get their parameters before anyone hears of them, so that a
+  // view reading the new rows sees them bound. Nothing after this can fail.
+  bool added = false;
+  std::vector<std::pair<const TFilterRow*, TFilterRow*>> pending = {{&source, copy.get()}};
+  while (!pending.empty()) {
+    auto [from, to] = pending.back();
+    pending.pop_back();
+    if (from->IsBracket()) {
+      const auto& fromRows = static_cast<const TFilterBracket*>(from)->rows_;
+      const auto& toRows = static_cast<TFilterBracket*>(to)->rows_;
+      for (std::size_t i = 0; i < fromRows.size(); ++i)
+        pending.emplace_back(fromRows[i].get(), toRows[i].get());
+      continue;
+    }
+    const auto& cond = static_cast<const TFilterCond&>(*from);
+    for (int k = 1; k <= 2; ++k) {
+      if (const TSQLParam* param = cond.Param(k)) {
+        Query().QResult().BindCopyOfParameter(static_cast<TFilterCond&>(*to), k, *param);
+        added = true;
+      }
     }
   }
+  if (added) Query().Notifier().ParamListChanged();
+  return InsertRow(index, std::move(copy));
+}
+
+std::unique_ptr<TFilterRow> TFilterBracket::Detach(int index) {
+  std::unique_ptr<TFilterRow> row = std::move(rows_[static_cast<std::size_t>(index)]);
+  rows_.erase(rows_.begin() + index);
+  row->parent_ = nullptr;
+  return row;
+}
+
+void TFilterBracket::MoveRow(int index, TFilterBracket& to, int toIndex) {
+  TFilterRow* row = GetRow(index);
+  if (&to.Query() != &Query()) throw EWQueryPanelError(qecForeignRow, std::string(msg::ForeignRow));
+  for (const TFilterBracket* b = &to; b != nullptr; b = b->Parent()) {
+    if (b == row) throw EWQueryPanelError(qecMoveIntoItself, std::string(msg::MoveIntoItself));
+  }
+  const bool same = &to == this;
+  const int last = same ? GetRowCount() - 1 : to.GetRowCount();
+  if (toIndex < 0 || toIndex > last) throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, toIndex);
+  if (same && toIndex == index) return;
+  if (!same) to.CheckDepth(*row);
+
+  detail::TQueryNotifier& notifier = Query().Notifier();
+  const detail::TQueryOperation operation(notifier);
+  const bool toWasEmpty = to.rows_.empty();
+  notifier.RowsAboutToBeMoved(*this, index, index, to, toIndex);
+  std::unique_ptr<TFilterRow> moved = Detach(index);
+  moved->parent_ = &to;
+  to.rows_.insert(to.rows_.begin() + toIndex, std::move(moved));
+  if (same) {
+    RenumberFrom(std::min(index, toIndex));
+  } else {
+    RenumberFrom(index);
+    to.RenumberFrom(toIndex);
+  }
+  notifier.RowsMoved(*this, index, index, to, toIndex);
+  if (same) {
+    notifier.RowsRenumbered(*this, std::min(index, toIndex));
+  } else {
+    if (index < GetRowCount()) notifier.RowsRenumbered(*this, index);
+    notifier.RowsRenumbered(to, toIndex);
+  }
+  notifier.DataChanged();
+  if (same) return;
+  if (toWasEmpty) to.KeepEnabledInStep();
+  if (rows_.empty() && Parent() != nullptr && Query().NonEmptyBrackets()) {
+    Parent()->DeleteRow(Index());  // frees this bracket
+    return;
+  }
+  KeepEnabledInStep();
+}
+
+void TFilterBracket::RenumberFrom(int first) {
+  // Depth is bounded by MaxBracketDepth.
+  for (int i = first; i < GetRowCount(); ++i) {
+    TFilterRow& row = *rows_[static_cast<std::size_t>(i)];
+    row.NumberAs(RowID(), i + 1);
+    if (row.IsBracket()) static_cast<TFilterBracket&>(row).RenumberFrom(0);
+  }
+}
+
+void TFilterBracket::RenumberAndTell(int first) {
+  RenumberFrom(first);
+  if (first < GetRowCount()) Query().Notifier().RowsRenumbered(*this, first);
+}
+
+void TFilterBracket::KeepEnabledInStep() {
+  if (Parent() != nullptr) CheckIfAllDisabled();  // the root is never shown, so never switched
 }
 
 int TFilterBracket::IndexForNewRow(int rowNum) const {
@@ -128,27 +274,41 @@ int TFilterBracket::GetRowIndex(const TFilterRow* row) const {
 }
 
 void TFilterBracket::DeleteRow(int index) {
+  (void)GetRow(index);  // a bad index raises before anything goes
   if (Parent() != nullptr && Query().NonEmptyBrackets() && rows_.size() == 1) {
     Parent()->DeleteRow(Index());  // frees this bracket
     return;
   }
-  TFilterRow* row = GetRow(index);
   TWQuery& query = Query();
-  const int dropped = query.RowsRemoving({row});
-  rows_.erase(rows_.begin() + index);
+  detail::TQueryNotifier& notifier = query.Notifier();
+  const detail::TQueryOperation operation(notifier);
+  notifier.RowsAboutToBeRemoved(*this, index, index);
+  const int dropped = query.DropParameters({rows_[static_cast<std::size_t>(index)].get()});
+  Detach(index).reset();
   RenumberFrom(index);
-  query.RowsRemoved(dropped);
+  notifier.RowsRemoved(*this, index, index);
+  if (index < GetRowCount()) notifier.RowsRenumbered(*this, index);
+  if (dropped > 0) notifier.ParamListChanged();
+  notifier.DataChanged();
+  KeepEnabledInStep();
 }
 
 void TFilterBracket::ClearRows() {
   if (rows_.empty()) return;
   TWQuery& query = Query();
+  detail::TQueryNotifier& notifier = query.Notifier();
+  const detail::TQueryOperation operation(notifier);
+  const int last = GetRowCount() - 1;
+  notifier.RowsAboutToBeRemoved(*this, 0, last);
   std::vector<TFilterRow*> rows;
   rows.reserve(rows_.size());
   for (const auto& row : rows_) rows.push_back(row.get());
-  const int dropped = query.RowsRemoving(rows);
+  const int dropped = query.DropParameters(rows);
   rows_.clear();
-  query.RowsRemoved(dropped);
+  notifier.RowsRemoved(*this, 0, last);
+  if (dropped > 0) notifier.ParamListChanged();
+  notifier.DataChanged();
+  KeepEnabledInStep();
 }
 
 TFilterRow* TFilterBracket::RowByID(std::string_view id) const {
@@ -189,61 +349,121 @@ int TFilterCond::CheckedSlot(int index) {
 
 void TFilterCond::SetField(TDSField* field) {
   if (field_ == field) return;
+  const detail::TQueryOperation operation(Query().Notifier());
+  const TDSField* before = field_;
+  const TFieldType typeBefore = GetExprType();
+  TRowAspects aspects{raField};
   field_ = field;
-  NotifyChanged();
+  if (operator_ != nullptr && (field == nullptr || field->IndexOfOperator(operator_) < 0)) {
+    operator_ = nullptr;
+    aspects.Include(raOperator);
+  }
+  // Values typed for another field are kept only while they still mean the same kind of thing.
+  const bool valuesFit = operator_ != nullptr && (before == nullptr || GetExprType() == typeBefore);
+  if (!valuesFit) aspects = aspects | ClearValues();
+  NotifyChanged(aspects);
 }
 
 void TFilterCond::SetOperator(TDSOperator* op) {
   if (operator_ == op) return;
   operator_ = op;
-  NotifyChanged();
+  NotifyChanged({raOperator});
 }
 
 void TFilterCond::SetValue(int index, std::string value) {
   std::string& slot = values_[static_cast<std::size_t>(CheckedSlot(index))];
   if (slot == value) return;
   slot = std::move(value);
-  NotifyChanged();
+  NotifyChanged({raValues});
 }
 
 void TFilterCond::SetSubQuery(const TStrings& sql) {
+  if (subQuery_ == sql) return;
   subQuery_.Assign(sql);
-  NotifyChanged();
+  NotifyChanged({raValues});
+}
+
+void TFilterCond::SetSubQueryOptions(TSQLOptions options) {
+  if (subQueryOptions_ == options) return;
+  subQueryOptions_ = options;
+  NotifyChanged({raValues});
 }
 
 void TFilterCond::SetCaption(int index, std::string text) {
-  captions_[static_cast<std::size_t>(CheckedSlot(index))] = std::move(text);
-  NotifyChanged();
+  std::string& slot = captions_[static_cast<std::size_t>(CheckedSlot(index))];
+  if (slot == text) return;
+  slot = std::move(text);
+  NotifyChanged({raCaptions});
 }
 
 void TFilterCond::SetHint(int index, std::string text) {
-  hints_[static_cast<std::size_t>(CheckedSlot(index))] = std::move(text);
+  std::string& slot = hints_[static_cast<std::size_t>(CheckedSlot(index))];
+  if (slot == text) return;
+  slot = std::move(text);
+  NotifyChanged({raHints});
+}
+
+TRowAspects TFilterCond::ClearValues() {
+  TRowAspects aspects;
+  bool unbound = false;
+  for (TSQLParam*& param : params_) {
+    if (param == nullptr) continue;
+    TSQLParam* gone = param;
+    param = nullptr;
+    Query().QResult().RemoveParameter(gone);
+    unbound = true;
+  }
+  if (unbound) {
+    aspects.Include(raParams);
+    Query().Notifier().ParamListChanged();
+  }
+  if (!values_[0].empty() || !values_[1].empty() || !subQuery_.Empty()) {
+    values_ = {};
+    subQuery_.Clear();
+    aspects.Include(raValues);
+  }
+  if (!captions_[0].empty() || !captions_[1].empty()) {
+    captions_ = {};
+    aspects.Include(raCaptions);
+  }
+  return aspects;
+}
+
+void TFilterCond::UnbindParam(std::size_t slot) {
+  TSQLParam* current = params_[slot];
+  if (current == nullptr) return;
+  std::string kept = current->Value();
+  params_[slot] = nullptr;
+  Query().QResult().RemoveParameter(current);
+  values_[slot] = kept;
+  captions_[slot] = std::move(kept);
+  Query().Notifier().ParamListChanged();
+  NotifyChanged({raParams, raValues, raCaptions});
 }
 
 void TFilterCond::SetParam(int index, TSQLParam* param) {
   const auto slot = static_cast<std::size_t>(CheckedSlot(index));
   TSQLParam* current = params_[slot];
   if (current == param) return;
-  TQueryResult& result = Query().QResult();
-  if (param != nullptr) {
-    // A parameter bound before is replaced, not left behind in the list.
-    params_[slot] = param;
-    if (current != nullptr) result.DeleteParameter(current);
-    captions_[slot] = ":" + Query().GetTitle("ttlParameter");
-    NotifyChanged();
+  const detail::TQueryOperation operation(Query().Notifier());
+  if (param == nullptr) {
+    UnbindParam(slot);
     return;
   }
-  std::string kept = current->Value();
-  params_[slot] = nullptr;
-  result.DeleteParameter(current);
-  values_[slot] = std::move(kept);
-  captions_[slot] = values_[slot];
-  NotifyChanged();
+  // A parameter bound before is replaced, not left behind in the list.
+  params_[slot] = param;
+  if (current != nullptr) {
+    Query().QResult().RemoveParameter(current);
+    Query().Notifier().ParamListChanged();
+  }
+  captions_[slot] = ":" + Query().GetTitle("ttlParameter");
+  NotifyChanged({raParams, raCaptions});
 }
 
 void TFilterCond::SetValueIsParam(int index, bool on) {
   const auto slot = static_cast<std::size_t>(CheckedSlot(index));
   if ((params_[slot] != nullptr) == on) return;
+  const detail::TQueryOperation operation(Query().Notifier());
   SetParam(index, on ? Query().QResult().AddParameter(*this) : nullptr);
 }
 
@@ -254,13 +474,11 @@ TFieldType TFilterCond::GetExprType() const {
 
 void TFilterCond::UpdateSQLParams() {
   if (field_ == nullptr) return;
-  TStrings& values = Query().ParamValues();
-  if (operator_ != nullptr && operator_->Name() == "Equal") {
-    const std::string& value = params_[0] != nullptr ? params_[0]->Value() : values_[0];
-    values.SetValue(field_->FieldExpr(), field_->ValueAsString(value));
-  } else {
-    values.SetValue(field_->FieldExpr(), "");
-  }
+  const std::string name = field_->FieldExpr();
+  std::string value;
+  if (operator_ != nullptr && operator_->Name() == "Equal")
+    value = field_->ValueAsString(params_[0] != nullptr ? params_[0]->Value() : values_[0]);
+  Query().SetParamValue(name, std::move(value));
 }
 
 }  // namespace ts4

@@ -9,6 +9,7 @@
 
 #include "foundation/field_types.h"
 #include "foundation/strings.h"
+#include "query/query_observer.h"
 #include "query/query_types.h"
 
 namespace ts4 {
@@ -31,17 +32,18 @@ class TFilterRow {
   /// Dotted path of the row in the tree: "" for the root, "1." for its
   /// first row, "1.3." for the third row inside that one.
   [[nodiscard]] const std::string& RowID() const { return rowID_; }
-  void SetRowID(std::string id) { rowID_ = std::move(id); }
   /// The bracket that holds the row; null for the root.
   [[nodiscard]] TFilterBracket* Parent() const { return parent_; }
-  /// Line of the row in the panel's top-to-bottom order.
+  /// Line of the row in the panel's top-to-bottom order: the panel's own
+  /// layout, so setting it tells no one.
   [[nodiscard]] int RowNum() const { return rowNum_; }
   void SetRowNum(int number) { rowNum_ = number; }
   /// A disabled row keeps its place and data but adds nothing to the SQL.
+  /// The brackets above follow (CheckIfAllDisabled).
   [[nodiscard]] bool Enabled() const { return enabled_; }
   void SetEnabled(bool enabled);
   [[nodiscard]] bool Hidden() const { return hidden_; }
-  void SetHidden(bool hidden) { hidden_ = hidden; }
+  void SetHidden(bool hidden);
   [[nodiscard]] TWQuery& Query() const { return *query_; }
   /// Position among the parent's rows, -1 for the root.
   [[nodiscard]] int Index() const;
@@ -50,8 +52,9 @@ class TFilterRow {
 
  protected:
   TFilterRow(TWQuery& query, TFilterRowType type) : query_(&query), rowType_(type) {}
-  /// Marks the query changed and tells its observers about this row.
-  void NotifyChanged();
+  /// Tells the query's observers what changed in this row; every aspect
+  /// but the hints and the hidden state also marks the query changed.
+  void NotifyChanged(TRowAspects aspects);
 
  private:
   friend class TFilterBracket;
@@ -83,8 +86,9 @@ class TFilterBracket final : public TFilterRow {
   [[nodiscard]] TFilterRow* GetRow(int index) const;
 
   /// Takes the row into this bracket at the index and gives it and every
-  /// later sibling its row ID. Raises EWQueryPanelError code 10 when a
-  /// bracket would nest deeper than MaxBracketDepth.
+  /// later sibling its row ID. Raises EWQueryPanelError code 15 for a row
+  /// made for another query and code 10 when a bracket would nest deeper
+  /// than MaxBracketDepth.
   TFilterRow* InsertRow(int index, std::unique_ptr<TFilterRow> row);
   TFilterCond* InsertCond(int index);
   TFilterBracket* InsertBracket(int index);
@@ -92,6 +96,21 @@ class TFilterBracket final : public TFilterRow {
   /// Makes room for that many rows, for a caller about to add them.
   void ReserveRows(int count) { rows_.reserve(static_cast<std::size_t>(std::max(count, 0))); }
   TFilterBracket* AddBracket() { return InsertBracket(GetRowCount()); }
+  /// Inserts a copy of the row (a bracket with its whole subtree) at the
+  /// index: the same fields, operators, values and settings, and a new
+  /// parameter of this query for each parameter of the original, with its
+  /// value, caption and value format. The original may belong to another
+  /// query over the same structure, and may not be a root (else
+  /// EWQueryPanelError code 15).
+  TFilterRow* InsertClone(int index, const TFilterRow& source);
+  /// Moves the row at `index`, with its subtree and its parameters, into
+  /// the bracket `to` (this one or another of the query) so that it stands
+  /// at `toIndex` there afterwards. Rows are renumbered, and a nested
+  /// bracket left empty goes when the query keeps brackets non-empty.
+  /// Raises the index error for a bad index, EWQueryPanelError code 16 when
+  /// `to` is the row itself or lies inside it, code 15 for a bracket of
+  /// another query and code 10 when brackets would nest too deep.
+  void MoveRow(int index, TFilterBracket& to, int toIndex);
 
   /// Where a row with panel line `rowNum` belongs among the children.
   [[nodiscard]] int IndexForNewRow(int rowNum) const;
@@ -102,7 +121,8 @@ class TFilterBracket final : public TFilterRow {
   /// Frees the child at the index with its subtree and its parameters. When
   /// the query keeps brackets non-empty and this nested bracket holds just
   /// that child, the bracket removes itself from its parent instead (which
-  /// may cascade upwards); `this` may then be gone on return.
+  /// may cascade upwards); `this` may then be gone on return. A bad index
+  /// raises the index error and changes nothing.
   void DeleteRow(int index);
   /// Frees every child (and their parameters).
   void ClearRows();
@@ -116,6 +136,8 @@ class TFilterBracket final : public TFilterRow {
   [[nodiscard]] int GetLastRowNum() const;
 
   /// Disables the bracket when no child is enabled, enables it when one is.
+  /// The query runs it on a nested bracket whose child was enabled or
+  /// disabled, removed, moved away, or that gets its first child.
   void CheckIfAllDisabled();
 
   /// Levels of brackets below this one: 0 when it holds none.
@@ -123,8 +145,23 @@ class TFilterBracket final : public TFilterRow {
 
  private:
   friend class TWQuery;
+  friend class TFilterRow;
   /// Gives the children from `first` on their IDs, subtrees included.
   void RenumberFrom(int first);
+  /// Renumbers from `first` and tells so when rows are there.
+  void RenumberAndTell(int first);
+  /// The model's rule for a nested bracket whose rows changed.
+  void KeepEnabledInStep();
+  /// Takes the row out of the list without telling anyone.
+  std::unique_ptr<TFilterRow> Detach(int index);
+  /// Appends a row a reader made, as it is: the reader's query is new and
+  /// nobody observes it, and the text's enabled states are kept, not made
+  /// to follow the rules. Raises code 10 for brackets nested too deep.
+  TFilterRow* AppendRead(std::unique_ptr<TFilterRow> row);
+  /// Checks that the row, a bracket with its subtree, may stand in this bracket.
+  void CheckDepth(const TFilterRow& row) const;
+  /// A detached copy of the row and its subtree for `query`, parameters left out.
+  static std::unique_ptr<TFilterRow> CopyTree(TWQuery& query, const TFilterRow& source);
 
   TFilterLinkType linkType_ = fltAll;
   std::vector<std::unique_ptr<TFilterRow>> rows_;
@@ -137,6 +174,9 @@ class TFilterCond final : public TFilterRow {
   explicit TFilterCond(TWQuery& query) : TFilterRow(query, frtCriteria) {}
 
   [[nodiscard]] TDSField* Field() const { return field_; }
+  /// Changes the field. An operator the new field does not offer goes, and
+  /// so do the values (parameters unbound and deleted) whenever the operator
+  /// goes or the type of the values changes.
   void SetField(TDSField* field);
   [[nodiscard]] TDSOperator* Operator() const { return operator_; }
   void SetOperator(TDSOperator* op);
@@ -154,7 +194,7 @@ class TFilterCond final : public TFilterRow {
   [[nodiscard]] const TStrings& SubQuery() const { return subQuery_; }
   void SetSubQuery(const TStrings& sql);
   [[nodiscard]] TSQLOptions SubQueryOptions() const { return subQueryOptions_; }
-  void SetSubQueryOptions(TSQLOptions options) { subQueryOptions_ = options; }
+  void SetSubQueryOptions(TSQLOptions options);
 
   [[nodiscard]] TSQLParam* Param1() const { return params_[0]; }
   [[nodiscard]] TSQLParam* Param2() const { return params_[1]; }
@@ -189,8 +229,13 @@ class TFilterCond final : public TFilterRow {
  private:
   friend class TWQuery;
   friend class TQueryResult;
+  friend class TFilterBracket;
   static int Slot(int index) { return index == 1 ? 0 : 1; }
   static int CheckedSlot(int index);
+  /// Drops the values, captions and parameters; the aspects that changed.
+  TRowAspects ClearValues();
+  /// Unbinds the parameter of the slot, keeping its value as the condition's own.
+  void UnbindParam(std::size_t slot);
 
   TDSField* field_ = nullptr;
   TDSOperator* operator_ = nullptr;

@@ -4,13 +4,16 @@
 #include <unordered_set>
 
 #include "foundation/string_utils.h"
+#include "query/query_notifier_p.h"
 #include "structure/field.h"
 #include "structure/table.h"
 
 namespace ts4 {
 
 TWQuery::TWQuery(TWCustomDBStructure* structure)
-    : result_(std::make_unique<TQueryResult>(*this)), root_(std::make_unique<TFilterBracket>(*this)) {
+    : notifier_(std::make_unique<detail::TQueryNotifier>(*this)),
+      result_(std::make_unique<TQueryResult>(*this)),
+      root_(std::make_unique<TFilterBracket>(*this)) {
   LoadDefTitles();
   titles_.Assign(defTitles_);
   designTitles_.Assign(defTitles_);
@@ -18,7 +21,7 @@ TWQuery::TWQuery(TWCustomDBStructure* structure)
 }
 
 TWQuery::~TWQuery() {
-  observers_.clear();
+  notifier_->ClearObservers();
   if (structure_ != nullptr) structure_->RemoveObserver(this);
   // Rows go before the result that holds their parameters.
   root_.reset();
@@ -28,6 +31,7 @@ TWQuery::~TWQuery() {
 
 void TWQuery::SetDbStruct(TWCustomDBStructure* structure) {
   if (structure_ == structure) return;
+  const detail::TQueryOperation operation(*notifier_);
   if (structure_ != nullptr) {
     structure_->RemoveObserver(this);
     RemoveFreeNotification(*structure_);
@@ -39,19 +43,28 @@ void TWQuery::SetDbStruct(TWCustomDBStructure* structure) {
     FreeNotification(*structure_);
     structure_->AddObserver(this);
   }
+  notifier_->QueryChanged({qaStructure});
   Changed();
 }
 
 void TWQuery::Notification(TWComponent& component) {
   if (structure_ == nullptr || static_cast<TWComponent*>(structure_) != &component) return;
   // The structure is being destroyed: its items must not be touched any more.
+  const detail::TQueryOperation operation(*notifier_);
   structure_ = nullptr;
   result_->ResultFields().SetStructure(nullptr);
   ForgetStructureItems(nullptr);
+  notifier_->QueryChanged({qaStructure});
 }
 
 void TWQuery::StructureItemsRemoving(const TStructureRemoval& removal) {
+  const detail::TQueryOperation operation(*notifier_);
   ForgetStructureItems(&removal);
+}
+
+void TWQuery::StructureChanged() {
+  // Names, captions and operators of the structure show in the view, not in the query's data.
+  notifier_->QueryChanged({qaStructure});
 }
 
 void TWQuery::ForgetStructureItems(const TStructureRemoval* removal) {
@@ -74,15 +87,19 @@ void TWQuery::ForgetStructureItems(const TStructureRemoval* removal) {
         pending.push_back(static_cast<TFilterBracket*>(row.get()));
         continue;
       }
+      // Written past the setters: the values stay for a field that may come back.
       auto& cond = static_cast<TFilterCond&>(*row);
+      TRowAspects lost;
       if (cond.field_ != nullptr && (removal == nullptr || fields.contains(cond.field_))) {
         cond.field_ = nullptr;
-        cond.operator_ = nullptr;
-        RowChanged(cond);
-      } else if (cond.operator_ != nullptr && (removal == nullptr || operators.contains(cond.operator_))) {
-        cond.operator_ = nullptr;
-        RowChanged(cond);
+        lost.Include(raField);
       }
+      if (cond.operator_ != nullptr &&
+          (removal == nullptr || lost.Contains(raField) || operators.contains(cond.operator_))) {
+        cond.operator_ = nullptr;
+        lost.Include(raOperator);
+      }
+      cond.NotifyChanged(lost);
     }
   }
   TRFieldList& list = result_->ResultFields();
@@ -98,16 +115,14 @@ void TWQuery::ForgetStructureItems(const TStructureRemoval* removal) {
 // ---- Condition tree ---------------------------------------------------------------
 
 void TWQuery::EnumerateRows(TFilterBracket& bracket, int number) {
-  if (bracket.Parent() != nullptr) bracket.NumberAs(bracket.Parent()->RowID(), number);
-  for (int i = 0; i < bracket.GetRowCount(); ++i) {
-    TFilterRow& row = *bracket.rows_[static_cast<std::size_t>(i)];
-    if (row.IsBracket()) {
-      EnumerateRows(static_cast<TFilterBracket&>(row), i + 1);  // depth is bounded by MaxBracketDepth
-    } else {
-      row.NumberAs(bracket.RowID(), i + 1);
-    }
+  TFilterBracket* parent = bracket.Parent();
+  if (parent == nullptr) {
+    bracket.RenumberAndTell(0);
+    return;
   }
-  if (&bracket == root_.get()) Notify([](TQueryObserver& o) { o.RowsRenumbered(); });
+  bracket.NumberAs(parent->RowID(), number);
+  bracket.RenumberFrom(0);
+  notifier_->RowsRenumbered(*parent, bracket.Index());
 }
 
 TFilterRow* TWQuery::RowByID(std::string_view id) const {
@@ -123,13 +138,7 @@ void TWQuery::ClearQuery() {
   EndUpdate();
 }
 
-void TWQuery::RowInserted(TFilterRow& row) {
-  Notify([&](TQueryObserver& o) { o.RowInserted(row); });
-  Changed();
-}
-
-int TWQuery::RowsRemoving(const std::vector<TFilterRow*>& rows) {
-  for (TFilterRow* row : rows) Notify([&](TQueryObserver& o) { o.RowAboutToBeDeleted(*row); });
+int TWQuery::DropParameters(const std::vector<TFilterRow*>& rows) {
   if (result_->GetParamCount() == 0) return 0;
   // Every condition counts, bound or not: no parameter may outlive its condition.
   std::unordered_set<const TFilterCond*> conditions;
@@ -146,34 +155,43 @@ int TWQuery::RowsRemoving(const std::vector<TFilterRow*>& rows) {
   return result_->ForgetParameters(conditions);
 }
 
-void TWQuery::RowsRemoved(int droppedParams) {
-  if (droppedParams > 0) ParametersListChanged();
-  Changed();
-}
-
-void TWQuery::RowChanged(TFilterRow& row) {
-  Notify([&](TQueryObserver& o) { o.RowChanged(row); });
-  Changed();
-}
-
 // ---- Settings -------------------------------------------------------------------------
 
-void TWQuery::SetSQLOptions(TSQLOptions options) {
-  if (options == result_->SQLOptions()) return;
-  result_->SetSQLOptions(options);
+void TWQuery::SettingsChanged() {
+  notifier_->QueryChanged({qaSettings});
   Changed();
+}
+
+void TWQuery::SetNonEmptyBrackets(bool on) {
+  if (nonEmptyBrackets_ == on) return;
+  nonEmptyBrackets_ = on;
+  SettingsChanged();
+}
+
+void TWQuery::SetSaveTitles(bool on) {
+  if (saveTitles_ == on) return;
+  saveTitles_ = on;
+  SettingsChanged();
+}
+
+void TWQuery::SetSaveSQLOptions(bool on) {
+  if (saveSQLOptions_ == on) return;
+  saveSQLOptions_ = on;
+  SettingsChanged();
+}
+
+void TWQuery::SetSQLOptions(TSQLOptions options) {
+  result_->SetSQLOptions(options);
 }
 
 void TWQuery::SetSQLSyntax(TSQLSyntax syntax) {
-  if (syntax == result_->SQLSyntax()) return;
   result_->SetSQLSyntax(syntax);
-  Changed();
 }
 
 void TWQuery::SetMainTableName(std::string name) {
   if (name == mainTableName_) return;
   mainTableName_ = std::move(name);
-  Changed();
+  SettingsChanged();
 }
 
 TDSTable* TWQuery::MainTable() const {
@@ -187,38 +205,58 @@ TDSTable* TWQuery::MainTable() const {
 void TWQuery::SetActive(bool active) {
   if (active_ == active) return;
   active_ = active;
+  notifier_->QueryChanged({qaActive});
   if (OnActive) OnActive(*this);
 }
 
 void TWQuery::SetQueryName(std::string name) {
   if (name == queryName_) return;
   queryName_ = std::move(name);
-  Changed();
+  SettingsChanged();
+}
+
+void TWQuery::SetDescription(const TStrings& lines) {
+  if (lines == description_) return;
+  description_ = lines;
+  SettingsChanged();
+}
+
+void TWQuery::SetUserData(const TStrings& lines) {
+  if (lines == userData_) return;
+  userData_ = lines;
+  SettingsChanged();
+}
+
+void TWQuery::SetParamValue(const std::string& name, std::string value) {
+  if (paramValues_.Values(name) == value) return;
+  paramValues_.SetValue(name, value);
+  notifier_->QueryChanged({qaParameters});
 }
 
 // ---- Events and observers ---------------------------------------------------------------
 
 void TWQuery::AddObserver(TQueryObserver* observer) {
-  if (observer != nullptr && std::find(observers_.begin(), observers_.end(), observer) == observers_.end()) {
-    observers_.push_back(observer);
-  }
+  notifier_->AddObserver(observer);
 }
 
 void TWQuery::RemoveObserver(TQueryObserver* observer) {
-  std::erase(observers_, observer);
+  notifier_->RemoveObserver(observer);
 }
 
 void TWQuery::Changed() {
-  if (updates_.Change() && OnChange) OnChange(*this);
+  notifier_->DataChanged();
+}
+
+void TWQuery::BeginUpdate() {
+  notifier_->BeginUpdate();
 }
 
 void TWQuery::EndUpdate() {
-  if (updates_.End()) Changed();
+  notifier_->EndUpdate();
 }
 
 void TWQuery::ParametersListChanged() {
-  Notify([](TQueryObserver& o) { o.ParametersChanged(); });
-  if (OnParamListChange) OnParamListChange(*this);
+  notifier_->ParamListChanged();
 }
 
 }  // namespace ts4

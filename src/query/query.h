@@ -8,7 +8,6 @@
 
 #include "foundation/component.h"
 #include "foundation/strings.h"
-#include "foundation/update_counter.h"
 #include "query/filter_row.h"
 #include "query/query_observer.h"
 #include "query/query_result.h"
@@ -21,6 +20,9 @@ class TDSTable;
 class TSectionIndex;
 class TSQLBracket;
 class TSQLCondition;
+namespace detail {
+class TQueryNotifier;
+}
 
 /// Called with every condition's finished SQL, which the handler may change.
 using TBuildSQLEvent = std::function<void(TFilterCond& condition, std::string& sqlExpr)>;
@@ -28,7 +30,9 @@ using TBuildSQLEvent = std::function<void(TFilterCond& condition, std::string& s
 /// A query over a database structure, without any window: the condition
 /// tree (the root bracket and every row below it), the result description
 /// with its parameters, the captions, and the settings SQL is written with.
-/// A query panel shows one and observes it through TQueryObserver.
+/// A query panel shows one and observes it through TQueryObserver: every
+/// change goes through the members of the query and its rows, result
+/// fields and parameters, and each is told (query_observer.h).
 class TWQuery : public TWComponent, private TDBStructureObserver {
  public:
   explicit TWQuery(TWCustomDBStructure* structure = nullptr);
@@ -45,7 +49,9 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   [[nodiscard]] TFilterBracket& Root() { return *root_; }
   [[nodiscard]] const TFilterBracket& Root() const { return *root_; }
   /// Gives the bracket (other than the root: first its own ID from its
-  /// parent and `number`) and every row below it their IDs.
+  /// parent and `number`) and every row below it their IDs, and tells so.
+  /// Rows are numbered as they change, so this is only needed after
+  /// giving a bracket a number other than its place.
   void EnumerateRows(TFilterBracket& bracket, int number);
   /// Renumbers the whole tree.
   void EnumerateRows() { EnumerateRows(*root_, 0); }
@@ -54,7 +60,7 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   void ClearQuery();
   /// With this on, deleting the last row of a nested bracket deletes the bracket.
   [[nodiscard]] bool NonEmptyBrackets() const { return nonEmptyBrackets_; }
-  void SetNonEmptyBrackets(bool on) { nonEmptyBrackets_ = on; }
+  void SetNonEmptyBrackets(bool on);
 
   // ---- Result and settings --------------------------------------------------
   [[nodiscard]] TQueryResult& QResult() { return *result_; }
@@ -75,16 +81,18 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   void SetActive(bool active);
   void Activate() { SetActive(true); }
   void Deactivate() { SetActive(false); }
+  /// What the query is busy with; not a change of the query.
   [[nodiscard]] TWBuilderState State() const { return state_; }
   void SetState(TWBuilderState state) { state_ = state; }
   [[nodiscard]] const std::string& QueryName() const { return queryName_; }
   void SetQueryName(std::string name);
-  [[nodiscard]] TStrings& Description() { return description_; }
   [[nodiscard]] const TStrings& Description() const { return description_; }
-  [[nodiscard]] TStrings& UserData() { return userData_; }
+  void SetDescription(const TStrings& lines);
   [[nodiscard]] const TStrings& UserData() const { return userData_; }
-  /// Values of "Equal" parameters by their field's column, for SQL list editors.
-  [[nodiscard]] TStrings& ParamValues() { return paramValues_; }
+  void SetUserData(const TStrings& lines);
+  /// Values of "Equal" parameters by their field's column, for SQL list
+  /// editors; kept by the conditions (TFilterCond::UpdateSQLParams).
+  [[nodiscard]] const TStrings& ParamValues() const { return paramValues_; }
 
   // ---- Captions -------------------------------------------------------------
   [[nodiscard]] const TStrings& Titles() const { return titles_; }
@@ -113,7 +121,7 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   void LoadStoredTitles(const TStrings& stored);
   /// Whether captions travel with the query text.
   [[nodiscard]] bool SaveTitles() const { return saveTitles_; }
-  void SetSaveTitles(bool on) { saveTitles_ = on; }
+  void SetSaveTitles(bool on);
 
   // ---- Query text -------------------------------------------------------------
   /// Writes the query as sectioned text (the format is described in
@@ -132,7 +140,7 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   void LoadFromFile(const std::string& fileName);
   /// Whether the SQL options are written with the query text.
   [[nodiscard]] bool SaveSQLOptions() const { return saveSQLOptions_; }
-  void SetSaveSQLOptions(bool on) { saveSQLOptions_ = on; }
+  void SetSaveSQLOptions(bool on);
   /// The format version of the text loaded last (0 before any).
   [[nodiscard]] double LoadedVersion() const { return loadedVersion_; }
 
@@ -157,17 +165,23 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   void ProcessSQLBracket(TFilterBracket& bracket, const TSQLBracket& parsed);
 
   // ---- Events and observers -------------------------------------------------
+  /// Fired once per change of the query's data (not of the view's: hints,
+  /// hidden rows, the active flag), and once for a whole update.
   std::function<void(TWQuery&)> OnChange;
   std::function<void(TWQuery&)> OnParamListChange;
   std::function<void(TWQuery&)> OnActive;
   TBuildSQLEvent OnBuildSQL;
+  /// Registers a view (not owned; it must unregister before it goes).
   void AddObserver(TQueryObserver* observer);
   void RemoveObserver(TQueryObserver* observer);
   /// Fires OnChange, or once at the outermost EndUpdate.
   void Changed();
-  void BeginUpdate() { updates_.Begin(); }
+  /// Opens an update: observers hear of the rows as one reset, and of
+  /// everything else once, at the outermost EndUpdate.
+  void BeginUpdate();
   void EndUpdate();
-  /// The one announcement that parameters were added, deleted or cleared.
+  /// The one announcement that parameters were added, deleted or cleared:
+  /// qaParameters, then OnParamListChange.
   void ParametersListChanged();
 
   // ---- SQL --------------------------------------------------------------------
@@ -197,42 +211,47 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   friend class TFilterCond;
   class TConditionWriter;
 
+  friend class TQueryResult;
+  friend class TRFieldList;
+  friend class TSQLParam;
+  friend class detail::TQueryNotifier;
+
   void StructureItemsRemoving(const TStructureRemoval& removal) override;
+  void StructureChanged() override;
+  [[nodiscard]] detail::TQueryNotifier& Notifier() { return *notifier_; }
+  /// Tells observers about a change of the query's settings, and OnChange.
+  void SettingsChanged();
+  /// Sets (or, with an empty value, removes) an entry of ParamValues.
+  void SetParamValue(const std::string& name, std::string value);
   /// Lets go of every field, operator and table reference.
   void ForgetStructureItems(const TStructureRemoval* removal);
   void AddResultTable(TDSTable& table);
   void BuildResultFields();
-  template <typename Call>
-  void Notify(Call&& call) {
-    if (observers_.empty()) return;
-    const std::vector<TQueryObserver*> observers = observers_;  // one may unregister while told
-    for (TQueryObserver* observer : observers) call(*observer);
-  }
-  void RowInserted(TFilterRow& row);
-  /// Tells observers about each row, then drops the parameters of every
-  /// condition below them (one pass over the parameters); returns how many went.
-  int RowsRemoving(const std::vector<TFilterRow*>& rows);
-  void RowsRemoved(int droppedParams);
-  void RowChanged(TFilterRow& row);
+  /// Drops the parameters of every condition in the subtrees of the rows
+  /// (one pass over the parameters) without telling; returns how many went.
+  int DropParameters(const std::vector<TFilterRow*>& rows);
+  /// Captions: tells observers when the table is not what it was.
+  void CaptionsChanged(const TStrings& before);
 
   // Query text (query_file.cpp, query_file_rows.cpp).
   /// Reads the text into this query, which is new and empty.
   void ReadQueryText(const TStrings& list);
   /// The captions step of reading a query text of that version.
   void LoadTitlesFromQueryText(const TStrings& list, double version);
-  /// Takes the content of a query that has just read a text.
+  /// Takes the content of a query that has just read a text, as one reset.
   void TakeOverLoaded(TWQuery& loaded);
-  /// Takes the parameters, the rows and the result fields of the other query.
+  /// Takes the parameters, the rows and the result fields of the other
+  /// query; inside an update, as part of its reset.
   void TakeOverConditions(TWQuery& other);
   /// A new query over the same structure with this one's settings, to read into.
   void PrepareForReading(TWQuery& fresh) const;
   void WriteRows(TStrings& list) const;
   void ReadRows(TSectionIndex& reader);
 
+  std::unique_ptr<detail::TQueryNotifier> notifier_;  // first: the others tell it as they are made
   TWCustomDBStructure* structure_ = nullptr;
   std::unique_ptr<TQueryResult> result_;
   std::unique_ptr<TFilterBracket> root_;
-  std::vector<TQueryObserver*> observers_;
   std::string mainTableName_;
   std::string queryName_;
   TStrings description_;
@@ -247,7 +266,6 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   bool nonEmptyBrackets_ = true;
   bool saveTitles_ = true;
   bool saveSQLOptions_ = false;
-  TUpdateCounter updates_;
 };
 
 /// SQL options as the query text stores them: soSelectDistinct 2,

@@ -7,6 +7,7 @@
 #include "query/date_values.h"
 #include "query/formula.h"
 #include "query/query.h"
+#include "query/query_notifier_p.h"
 #include "structure/field.h"
 #include "structure/operator.h"
 #include "structure/table.h"
@@ -227,7 +228,7 @@ void TWQuery::BuildQuery() {
   result_->WhereLines().Clear();
   BuildResultFields();
   if (!active_) return;
-  Notify([](TQueryObserver& o) { o.CloseEditors(); });
+  notifier_->CloseEditors();
   TConditionWriter(*this).WriteBracket(*root_);
   if (result_->ResultTables().Empty())
     throw EWTessalyError(qecNotEnoughInfo, std::string(msg::NotEnoughInfo));

@@ -54,6 +54,7 @@
 #include "query/builder_state_p.h"
 #include "query/captions.h"
 #include "query/query.h"
+#include "query/query_notifier_p.h"
 
 namespace ts4 {
 namespace {
@@ -125,22 +126,14 @@ void TWQuery::SaveToStrings(TStrings& list) {
 void TWQuery::LoadFromStrings(const TStrings& list) {
   if (structure_ == nullptr) throw EWQueryPanelError(qecNoDbStruct, std::string(msg::NoDbStruct));
   const TStateRestorer loading(state_, stLoading);
-  const bool wasActive = active_;
-  Deactivate();
-  try {
-    // The text is read into a new query that starts with every setting the
-    // text does not hold; only when it has been read completely does this
-    // query take the content over.
-    TWQuery loaded(structure_);
-    PrepareForReading(loaded);
-    loaded.ReadQueryText(list);
-    TakeOverLoaded(loaded);
-  } catch (...) {
-    SetActive(wasActive);
-    throw;
-  }
-  SetActive(wasActive);
-  ParametersListChanged();
+  // The text is read into a new query that starts with every setting the
+  // text does not hold; only when it has been read completely does this
+  // query take the content over, so it never shows half a text and needs
+  // no deactivating while it reads.
+  TWQuery loaded(structure_);
+  PrepareForReading(loaded);
+  loaded.ReadQueryText(list);
+  TakeOverLoaded(loaded);
 }
 
 void TWQuery::SaveToFile(const std::string& fileName) {
@@ -188,49 +181,49 @@ void TWQuery::PrepareForReading(TWQuery& fresh) const {
 }
 
 void TWQuery::TakeOverConditions(TWQuery& other) {
-  // The old parameters leave the list before the old rows go, so removing
-  // the rows announces nothing: the new list is announced once, at the end
-  // of the load. The old rows still point at them while observers are told.
-  TSQLParamList oldParams = std::move(result_->params_);
-  result_->params_.Clear();
-  root_->ClearRows();
-  oldParams.Clear();
-  result_->params_ = std::move(other.result_->params_);
-
-  root_->SetLinkType(other.root_->LinkType());
-  root_->SetEnabled(other.root_->Enabled());
-  // The rows move over whole. Both roots have the empty ID, so the rows keep
-  // theirs; observers hear of each top-level row as if it had been inserted.
-  root_->rows_ = std::move(other.root_->rows_);
-  other.root_->rows_.clear();
-  std::vector<TFilterRow*> pending;
-  for (const auto& row : root_->rows_) {
-    row->parent_ = root_.get();
-    pending.push_back(row.get());
-  }
-  while (!pending.empty()) {
-    TFilterRow* current = pending.back();
-    pending.pop_back();
-    current->query_ = this;
-    if (current->IsBracket()) {
-      for (const auto& child : static_cast<TFilterBracket*>(current)->rows_) pending.push_back(child.get());
+  notifier_->StartReset();
+  // The rows and the parameters change places whole: the old ones go to
+  // the other query, which frees them. Both roots have the empty ID, so the
+  // rows keep theirs.
+  std::swap(root_->rows_, other.root_->rows_);
+  std::swap(result_->params_, other.result_->params_);
+  root_->linkType_ = other.root_->linkType_;
+  root_->enabled_ = other.root_->enabled_;
+  for (TFilterBracket* root : {root_.get(), other.root_.get()}) {
+    std::vector<TFilterRow*> pending;
+    for (const auto& row : root->rows_) {
+      row->parent_ = root;
+      pending.push_back(row.get());
+    }
+    while (!pending.empty()) {
+      TFilterRow* current = pending.back();
+      pending.pop_back();
+      current->query_ = &root->Query();
+      if (current->IsBracket()) {
+        for (const auto& child : static_cast<TFilterBracket*>(current)->rows_) pending.push_back(child.get());
+      }
     }
   }
-  for (const auto& row : root_->rows_) RowInserted(*row);
   result_->ResultFields().Assign(other.result_->ResultFields());
+  ParametersListChanged();
+  Changed();
 }
 
 void TWQuery::TakeOverLoaded(TWQuery& loaded) {
   BeginUpdate();
   TakeOverConditions(loaded);
   result_->SetSQLOptions(loaded.SQLOptions());
-  queryName_ = std::move(loaded.queryName_);
-  description_ = std::move(loaded.description_);
-  userData_ = std::move(loaded.userData_);
+  SetQueryName(std::move(loaded.queryName_));
+  SetDescription(loaded.description_);
+  SetUserData(loaded.userData_);
+  const TStrings captionsBefore = titles_;
   titles_ = std::move(loaded.titles_);
-  paramValues_ = std::move(loaded.paramValues_);
+  CaptionsChanged(captionsBefore);
+  if (paramValues_ != loaded.paramValues_) {
+    paramValues_ = std::move(loaded.paramValues_);
+    notifier_->QueryChanged({qaParameters});
+  }
   loadedVersion_ = loaded.loadedVersion_;
-  Changed();
   EndUpdate();
 }
 

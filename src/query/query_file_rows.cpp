@@ -154,13 +154,12 @@ void TWQuery::ReadRows(TSectionIndex& reader) {
       throw EWQueryPanelError(qecSectionNotFound, msg::SectionNotFound, section);
 
     if (XStrToInt(body.Values("RowType")) == 1) {
-      auto* bracket = static_cast<TFilterBracket*>(
-          parent.InsertRow(parent.GetRowCount(), std::make_unique<TFilterBracket>(*this)));
+      auto* bracket =
+          static_cast<TFilterBracket*>(parent.AppendRead(std::make_unique<TFilterBracket>(*this)));
       open.push_back(readBracket(*bracket));  // `top` is not used after this
       continue;
     }
-    auto* cond = static_cast<TFilterCond*>(
-        parent.InsertRow(parent.GetRowCount(), std::make_unique<TFilterCond>(*this)));
+    auto* cond = static_cast<TFilterCond*>(parent.AppendRead(std::make_unique<TFilterCond>(*this)));
     cond->enabled_ = XStrToBool(body.Values("Enabled"));
     const std::string fieldID = body.Values("FieldID");
     if (!fieldID.empty()) {

@@ -4,6 +4,7 @@
 #include "foundation/messages.h"
 #include "query/filter_row.h"
 #include "query/query.h"
+#include "query/query_notifier_p.h"
 #include "structure/field.h"
 #include "structure/link.h"
 #include "structure/table.h"
@@ -48,38 +49,65 @@ void CaptionParameters(const TFilterCond& condition, TSQLParam* existing, TSQLPa
 }  // namespace
 
 TQueryResult::TQueryResult(TWQuery& query) : query_(&query), resultFields_(query.DbStruct()) {
-  SetSQLOptions(DefaultSQLOptions);
+  sqlOptions_ = DefaultSQLOptions;
+  resultFields_.SetQuoteAliases(sqlOptions_.Contains(soQuoteAliases));
+  resultFields_.SetASCIIAliases(sqlOptions_.Contains(soASCIIRFields));
+  resultFields_.result_ = this;
+}
+
+TQueryResult::~TQueryResult() {
+  resultFields_.result_ = nullptr;
+}
+
+void TQueryResult::ResultFieldsChanged() {
+  query_->Notifier().QueryChanged({qaResultFields});
+  query_->Changed();
 }
 
 void TQueryResult::SetResultFields(const TRFieldList& fields) {
+  const detail::TQueryOperation operation(query_->Notifier());
   resultFields_.Assign(fields);
   resultFields_.SetStructure(query_->DbStruct());
-  SetSQLOptions(sqlOptions_);  // the flags that follow the options stay in step
+  // The flags that follow the options stay in step.
+  resultFields_.SetQuoteAliases(sqlOptions_.Contains(soQuoteAliases));
+  resultFields_.SetASCIIAliases(sqlOptions_.Contains(soASCIIRFields));
 }
 
 void TQueryResult::SetSQLOptions(TSQLOptions options) {
+  if (options == sqlOptions_) return;
   sqlOptions_ = options;
   resultFields_.SetQuoteAliases(options.Contains(soQuoteAliases));
   resultFields_.SetASCIIAliases(options.Contains(soASCIIRFields));
+  query_->SettingsChanged();
+}
+
+void TQueryResult::SetSQLSyntax(TSQLSyntax syntax) {
+  if (syntax == sqlSyntax_) return;
+  sqlSyntax_ = syntax;
+  query_->SettingsChanged();
+}
+
+void TQueryResult::SetParamBase(int base) {
+  if (base == paramBase_) return;
+  paramBase_ = base;
+  query_->SettingsChanged();
 }
 
 std::string TQueryResult::GetSelectClause() {
-  if (sqlOptions_.Contains(soASCIIRFields)) {
-    for (int i = 0; i < resultFields_.Count(); ++i) {
-      TResultField* field = resultFields_[i];
-      if (HasNonASCII(field->Alias())) field->SetAlias("C" + std::to_string(i + 1));
-    }
-  }
   std::string line = sqlOptions_.Contains(soSelectDistinct) ? "SELECT DISTINCT " : "SELECT ";
   if (resultFields_.JustSorting() || resultFields_.Count() == 0) {
     line += "*";
     return line;
   }
-  bool first = true;
-  for (const TResultField* field : resultFields_) {
-    if (!first) line += ", ";
-    line += field->GetSelectExpr();
-    first = false;
+  // Writing the statement changes nothing in the query: an alias the SQL
+  // cannot carry is replaced by "C" and its position here only, and the
+  // result field keeps the one the user gave it.
+  const bool asciiOnly = sqlOptions_.Contains(soASCIIRFields);
+  for (int i = 0; i < resultFields_.Count(); ++i) {
+    const TResultField* field = resultFields_[i];
+    if (i > 0) line += ", ";
+    line += asciiOnly && HasNonASCII(field->Alias()) ? field->GetSelectExpr("C" + std::to_string(i + 1))
+                                                     : field->GetSelectExpr();
   }
   return line;
 }
@@ -171,17 +199,34 @@ void TQueryResult::DbStructChanged() {
 
 // ---- Parameters -------------------------------------------------------------------
 
-TSQLParam* TQueryResult::AddParameter(TFilterCond& condition) {
-  TSQLParam* existing = FindParameterByCondition(condition);
+std::string TQueryResult::FreeParameterName() const {
   // The first free number from the count on: names stay unique after deletions.
   int number = params_.Count() + paramBase_ + 1;
   while (params_.IndexByName("Param" + std::to_string(number)) >= 0) ++number;
-  auto param =
-      std::make_unique<TSQLParam>(&condition, "Param" + std::to_string(number), condition.GetExprType());
+  return "Param" + std::to_string(number);
+}
+
+TSQLParam* TQueryResult::AddParameter(TFilterCond& condition) {
+  const detail::TQueryOperation operation(query_->Notifier());
+  TSQLParam* existing = FindParameterByCondition(condition);
+  auto param = std::make_unique<TSQLParam>(&condition, FreeParameterName(), condition.GetExprType());
   CaptionParameters(condition, existing, *param);
   TSQLParam* added = params_.Add(std::move(param));
   query_->ParametersListChanged();
   return added;
+}
+
+void TQueryResult::BindCopyOfParameter(TFilterCond& condition, int index, const TSQLParam& source) {
+  auto param = std::make_unique<TSQLParam>(&condition, FreeParameterName(), source.DataType());
+  param->caption_ = source.Caption();
+  param->value_ = source.Value();
+  param->vFormat_ = source.VFormat();
+  condition.params_[index == 1 ? 0 : 1] = params_.Add(std::move(param));
+}
+
+void TQueryResult::RemoveParameter(TSQLParam* param) {
+  const int index = params_.IndexOf(param);
+  if (index >= 0) params_.Delete(index);
 }
 
 TSQLParam* TQueryResult::AddLoadedParameter(TFilterCond& condition, int index) {
@@ -197,22 +242,28 @@ TSQLParam* TQueryResult::AddLoadedParameter(TFilterCond& condition, int index) {
 }
 
 void TQueryResult::DeleteParameter(TSQLParam* param) {
-  const int index = params_.IndexOf(param);
-  if (index >= 0) {
-    if (TFilterCond* cond = param->Condition()) {
-      for (TSQLParam*& bound : cond->params_) {
-        if (bound == param) bound = nullptr;
-      }
+  const detail::TQueryOperation operation(query_->Notifier());
+  if (params_.IndexOf(param) >= 0) {
+    TFilterCond* cond = param->Condition();
+    const std::size_t slot = cond == nullptr             ? 2
+                             : cond->params_[0] == param ? 0
+                             : cond->params_[1] == param ? 1
+                                                         : 2;
+    if (slot < 2) {
+      cond->UnbindParam(slot);  // removes it
+    } else {
+      RemoveParameter(param);
     }
-    params_.Delete(index);
   }
   query_->ParametersListChanged();
 }
 
 void TQueryResult::DeleteParameters(const TFilterCond& condition) {
+  const detail::TQueryOperation operation(query_->Notifier());
   // Unbind first so the condition never points at a freed parameter.
   auto& cond = const_cast<TFilterCond&>(condition);
-  cond.params_ = {nullptr, nullptr};
+  cond.UnbindParam(0);
+  cond.UnbindParam(1);
   params_.DeleteByCondition(&condition);
   query_->ParametersListChanged();
 }
@@ -228,10 +279,18 @@ TSQLParam* TQueryResult::FindParameterByCondition(const TFilterCond& condition) 
 }
 
 void TQueryResult::ClearParams() {
-  for (TSQLParam* param : params_) {
-    if (TFilterCond* cond = param->Condition()) cond->params_ = {nullptr, nullptr};
+  const detail::TQueryOperation operation(query_->Notifier());
+  while (!params_.Empty()) {
+    TSQLParam* param = params_[params_.Count() - 1];
+    TFilterCond* cond = param->Condition();
+    if (cond != nullptr && cond->params_[0] == param) {
+      cond->UnbindParam(0);
+    } else if (cond != nullptr && cond->params_[1] == param) {
+      cond->UnbindParam(1);
+    } else {
+      RemoveParameter(param);
+    }
   }
-  params_.Clear();
   query_->ParametersListChanged();
 }
 

@@ -22,6 +22,7 @@ class TWQuery;
 class TQueryResult {
  public:
   explicit TQueryResult(TWQuery& query);
+  ~TQueryResult();
   TQueryResult(const TQueryResult&) = delete;
   TQueryResult& operator=(const TQueryResult&) = delete;
 
@@ -46,7 +47,7 @@ class TQueryResult {
   /// Stores the options; the result fields follow soQuoteAliases and soASCIIRFields.
   void SetSQLOptions(TSQLOptions options);
   [[nodiscard]] TSQLSyntax SQLSyntax() const { return sqlSyntax_; }
-  void SetSQLSyntax(TSQLSyntax syntax) { sqlSyntax_ = syntax; }
+  void SetSQLSyntax(TSQLSyntax syntax);
   /// The statement GetSQL returned last.
   [[nodiscard]] const TStrings& SQL() const { return sql_; }
 
@@ -73,9 +74,13 @@ class TQueryResult {
 
   // ---- Parameters -----------------------------------------------------------
   /// A new parameter for the condition, named Param<n> (the first free
-  /// number from the count on) and captioned after the field.
+  /// number from the count on) and captioned after the field; the
+  /// condition binds it with SetParam1 or SetParam2.
   TSQLParam* AddParameter(TFilterCond& condition);
+  /// Removes and frees the parameter; a condition it is bound to gets its
+  /// last value back as its own, as when the value is made a constant.
   void DeleteParameter(TSQLParam* param);
+  /// The same for every parameter of the condition.
   void DeleteParameters(const TFilterCond& condition);
   [[nodiscard]] TSQLParam* FindParameter(std::string_view name) const;
   [[nodiscard]] TSQLParam* FindParameterByCondition(const TFilterCond& condition) const;
@@ -85,10 +90,22 @@ class TQueryResult {
   [[nodiscard]] const TSQLParamList& Params() const { return params_; }
   /// Added to the running number of parameter names (0: Param1 first).
   [[nodiscard]] int ParamBase() const { return paramBase_; }
-  void SetParamBase(int base) { paramBase_ = base; }
+  void SetParamBase(int base);
 
  private:
   friend class TWQuery;
+  friend class TFilterCond;
+  friend class TFilterBracket;
+  friend class TRFieldList;
+  /// The result fields changed: tells the query's observers, and OnChange.
+  void ResultFieldsChanged();
+  [[nodiscard]] std::string FreeParameterName() const;
+  /// Takes the parameter out of the list and frees it, telling no one.
+  void RemoveParameter(TSQLParam* param);
+  /// Binds a new parameter like `source` (caption, type, value, value
+  /// format) to value 1 or 2 of the condition, under a free name; nothing
+  /// is announced.
+  void BindCopyOfParameter(TFilterCond& condition, int index, const TSQLParam& source);
   /// Binds a new parameter to value 1 or 2 of a condition read from a query
   /// text, numbered after those read before it; nothing is announced.
   TSQLParam* AddLoadedParameter(TFilterCond& condition, int index);

@@ -6,6 +6,7 @@
 #include "foundation/string_utils.h"
 #include "query/captions.h"
 #include "query/query.h"
+#include "query/query_notifier_p.h"
 
 namespace ts4 {
 namespace {
@@ -90,16 +91,30 @@ std::string TWQuery::GetTitle(std::string_view name) const {
   return titles_.Values(name);
 }
 
+void TWQuery::CaptionsChanged(const TStrings& before) {
+  if (titles_ == before) return;
+  notifier_->QueryChanged({qaCaptions});
+  Changed();
+}
+
 void TWQuery::SetTitle(std::string_view name, std::string_view value) {
   const int index = titles_.IndexOfName(name);
-  if (index >= 0) titles_.SetStrings(index, titles_.Names(index) + "=" + std::string(value));
+  if (index < 0) return;
+  std::string line = titles_.Names(index) + "=" + std::string(value);
+  if (line == titles_[index]) return;
+  titles_.SetStrings(index, std::move(line));
+  notifier_->QueryChanged({qaCaptions});
+  Changed();
 }
 
 void TWQuery::SetTitles(TStrings& value) {
+  const TStrings before = titles_;
   LoadTitlesFromStrings(defTitles_, titles_, value);
+  CaptionsChanged(before);
 }
 
 void TWQuery::MergeDFMTitles(const TStrings& source) {
+  const detail::TQueryOperation operation(*notifier_);
   const int count = std::min(source.Count(), OldTitleCount);
   for (int i = 0; i < count; ++i) {
     const std::string_view line = Trim(source[i]);
@@ -111,6 +126,7 @@ void TWQuery::LoadOldTitlesFromStrings(const TStrings& source) {
   // The keys up to the line count are looked up (one more than there are
   // lines); numbers without an old name cannot change anything, so the
   // search stops at the last old name.
+  const detail::TQueryOperation operation(*notifier_);
   const int last = std::min(source.Count(), OldTitleCount - 1);
   for (int i = 0; i <= last; ++i) {
     const std::string value = source.Values("Title" + std::to_string(i));
@@ -120,6 +136,8 @@ void TWQuery::LoadOldTitlesFromStrings(const TStrings& source) {
 }
 
 void TWQuery::LoadStoredTitles(const TStrings& stored) {
+  const detail::TQueryOperation operation(*notifier_);
+  const TStrings before = titles_;
   TStrings work = stored;
   // The sectioned format starts with a header and has a name=value line
   // third; a table too short to tell is sectioned when it starts with "[".
@@ -135,6 +153,7 @@ void TWQuery::LoadStoredTitles(const TStrings& stored) {
     MergeDFMTitles(work);
   }
   designTitles_ = titles_;
+  CaptionsChanged(before);
 }
 
 void TWQuery::LoadTitlesFromQueryText(const TStrings& list, double version) {

@@ -52,6 +52,8 @@ enum TQueryErrorCode : std::int32_t {
   qecInvalidDateValue = 12,
   qecInvalidPropertyValue = 13,
   qecUnreadableCondition = 14,
+  qecForeignRow = 15,
+  qecMoveIntoItself = 16,
 };
 
 /// Deepest bracket nesting a query accepts: a bracket directly under the

@@ -16,6 +16,51 @@ TWCustomDBStructure* TResultField::Structure() const {
   return owner_ != nullptr ? owner_->Structure() : nullptr;
 }
 
+void TResultField::Changed() const {
+  if (owner_ != nullptr) owner_->Changed();
+}
+
+void TResultField::AddDSField(TDSField* field) {
+  formula_.Fields.push_back(field);
+  Changed();
+}
+
+void TResultField::SetDSFields(std::vector<TDSField*> fields) {
+  if (fields == formula_.Fields) return;
+  formula_.Fields = std::move(fields);
+  Changed();
+}
+
+void TResultField::SetFormula(std::string formula) {
+  if (formula == formula_.Formula) return;
+  formula_.Formula = std::move(formula);
+  Changed();
+}
+
+void TResultField::SetAlias(std::string alias) {
+  if (alias == alias_) return;
+  alias_ = std::move(alias);
+  Changed();
+}
+
+void TResultField::SetCaption(std::string caption) {
+  if (caption == caption_) return;
+  caption_ = std::move(caption);
+  Changed();
+}
+
+void TResultField::SetSorting(TSortingType sorting) {
+  if (sorting == sorting_) return;
+  sorting_ = sorting;
+  Changed();
+}
+
+void TResultField::SetSortOrder(int order) {
+  if (order == sortOrder_) return;
+  sortOrder_ = order;
+  Changed();
+}
+
 TDSField* TResultField::Field(int index) const {
   if (index < 0 || index >= FieldCount()) throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
   return formula_.Fields[static_cast<std::size_t>(index)];
@@ -32,6 +77,7 @@ void TResultField::DelDSField(int index) {
     return "@" + std::to_string(k > removed ? k - 1 : k);
   });
   formula_.Fields.erase(formula_.Fields.begin() + index);
+  Changed();
 }
 
 std::string TResultField::GetSQLExpr() const {
@@ -41,15 +87,15 @@ std::string TResultField::GetSQLExpr() const {
   });
 }
 
-std::string TResultField::GetSelectExpr() const {
+std::string TResultField::GetSelectExpr(std::string_view alias) const {
   std::string result = GetSQLExpr();
-  if (!alias_.empty()) result += " as " + GetSQLAlias();
+  if (!alias.empty()) result += " as " + GetSQLAlias(alias);
   return result;
 }
 
-std::string TResultField::GetSQLAlias() const {
-  if (owner_ == nullptr || !owner_->QuoteAliases()) return alias_;
-  return GetQuoteSymbol(1) + alias_ + GetQuoteSymbol(2);
+std::string TResultField::GetSQLAlias(std::string_view alias) const {
+  if (owner_ == nullptr || !owner_->QuoteAliases()) return std::string(alias);
+  return GetQuoteSymbol(1) + std::string(alias) + GetQuoteSymbol(2);
 }
 
 std::string TResultField::GetOrderName() const {
@@ -84,14 +130,20 @@ char TResultField::GetQuoteSymbol(int index) const {
 
 void TResultField::ProcessExpression(std::string_view text) {
   formula_ = FormulaFromExpression(Structure(), text);
+  Changed();
 }
 
 void TResultField::ProcessSQLExpr(std::string_view text) {
   formula_ = FormulaFromSQL(Structure(), text);
+  Changed();
 }
 
 void TResultField::GenerateAlias() {
-  if (owner_ == nullptr || !owner_->AutoAliases()) return;
+  if (std::optional<std::string> alias = GeneratedAlias()) SetAlias(std::move(*alias));
+}
+
+std::optional<std::string> TResultField::GeneratedAlias() const {
+  if (owner_ == nullptr || !owner_->AutoAliases()) return std::nullopt;
   const std::string source = caption_.empty() ? GetExpression() : caption_;
   std::string alias;
   for (char c : source) {
@@ -104,19 +156,28 @@ void TResultField::GenerateAlias() {
   }
   while (!alias.empty() && alias.back() == '_') alias.pop_back();
   if (alias.empty() || std::isdigit(static_cast<unsigned char>(alias.front())) != 0) alias.insert(0, "F");
-  alias_ = owner_->GetUniqAlias(alias, this);
+  return owner_->GetUniqAlias(alias, this);
 }
 
 void TResultField::GenerateCaption() {
+  SetCaption(GeneratedCaption());
+}
+
+std::string TResultField::GeneratedCaption() const {
   std::string caption;
   for (char c : GetExpression()) {
     if (c != '{' && c != '}') caption += c;
   }
-  caption_ = owner_ != nullptr ? owner_->GetUniqCaption(caption, this) : caption;
+  return owner_ != nullptr ? owner_->GetUniqCaption(caption, this) : caption;
 }
 
 void TResultField::Assign(const TResultField& source) {
   if (&source == this) return;
+  CopyFrom(source);
+  Changed();
+}
+
+void TResultField::CopyFrom(const TResultField& source) {
   formula_ = source.formula_;
   alias_ = source.alias_;
   caption_ = source.caption_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,33 +28,36 @@ class TResultField {
   [[nodiscard]] const std::vector<TDSField*>& Fields() const { return formula_.Fields; }
   [[nodiscard]] int FieldCount() const { return static_cast<int>(formula_.Fields.size()); }
   [[nodiscard]] TDSField* Field(int index) const;
-  void AddDSField(TDSField* field) { formula_.Fields.push_back(field); }
-  void SetDSFields(std::vector<TDSField*> fields) { formula_.Fields = std::move(fields); }
+  void AddDSField(TDSField* field);
+  void SetDSFields(std::vector<TDSField*> fields);
   /// Removes the field at the index: its markers leave the formula and later
   /// markers move down by one.
   void DelDSField(int index);
 
   [[nodiscard]] const std::string& Formula() const { return formula_.Formula; }
-  void SetFormula(std::string formula) { formula_.Formula = std::move(formula); }
+  void SetFormula(std::string formula);
   [[nodiscard]] const std::string& Alias() const { return alias_; }
-  void SetAlias(std::string alias) { alias_ = std::move(alias); }
+  void SetAlias(std::string alias);
   [[nodiscard]] const std::string& Caption() const { return caption_; }
-  void SetCaption(std::string caption) { caption_ = std::move(caption); }
+  void SetCaption(std::string caption);
   [[nodiscard]] TSortingType Sorting() const { return sorting_; }
-  void SetSorting(TSortingType sorting) { sorting_ = sorting; }
-  /// 1-based position in the list, set before each build.
+  void SetSorting(TSortingType sorting);
+  /// 1-based position in the list, set before each build (not a change).
   [[nodiscard]] int Number() const { return number_; }
   void SetNumber(int number) { number_ = number; }
   /// Rank among the sorted fields; smaller sorts first.
   [[nodiscard]] int SortOrder() const { return sortOrder_; }
-  void SetSortOrder(int order) { sortOrder_ = order; }
+  void SetSortOrder(int order);
 
   /// The formula with each marker replaced by its field's SQL expression.
   [[nodiscard]] std::string GetSQLExpr() const;
   /// GetSQLExpr, then " as " and the alias when there is one.
-  [[nodiscard]] std::string GetSelectExpr() const;
+  [[nodiscard]] std::string GetSelectExpr() const { return GetSelectExpr(alias_); }
+  /// The same with another alias in the field's own place.
+  [[nodiscard]] std::string GetSelectExpr(std::string_view alias) const;
   /// The alias, quoted when the list quotes aliases.
-  [[nodiscard]] std::string GetSQLAlias() const;
+  [[nodiscard]] std::string GetSQLAlias() const { return GetSQLAlias(alias_); }
+  [[nodiscard]] std::string GetSQLAlias(std::string_view alias) const;
   /// What ORDER BY names the field by: its first structure field's SQL expression.
   [[nodiscard]] std::string GetOrderName() const;
   /// True when the SQL calls SUM, COUNT, MAX, MIN or AVG (a name followed by "(",
@@ -83,6 +87,14 @@ class TResultField {
 
  private:
   friend class TRFieldList;
+  /// Tells the owning list.
+  void Changed() const;
+  /// The alias GenerateAlias gives, or nothing when the list makes none.
+  [[nodiscard]] std::optional<std::string> GeneratedAlias() const;
+  [[nodiscard]] std::string GeneratedCaption() const;
+  /// Assign without telling.
+  void CopyFrom(const TResultField& source);
+
   TRFieldList* owner_;
   TFormula formula_{"@1", {}};
   std::string alias_;

@@ -1,13 +1,49 @@
 #include "query/rfield_list.h"
 
 #include "foundation/string_utils.h"
+#include "query/query_result.h"
 #include "structure/field.h"
 
 namespace ts4 {
 
+void TRFieldList::Changed() const {
+  if (result_ != nullptr) result_->ResultFieldsChanged();
+}
+
+void TRFieldList::SetJustSorting(bool on) {
+  if (on == justSorting_) return;
+  justSorting_ = on;
+  Changed();
+}
+
+void TRFieldList::SetAutoAliases(bool on) {
+  if (on == autoAliases_) return;
+  autoAliases_ = on;
+  Changed();
+}
+
+void TRFieldList::Delete(int index) {
+  fields_.Delete(index);
+  Changed();
+}
+
+void TRFieldList::Move(int from, int to) {
+  if (from == to) return;
+  fields_.Move(from, to);
+  Changed();
+}
+
+void TRFieldList::Clear() {
+  if (fields_.Empty()) return;
+  fields_.Clear();
+  Changed();
+}
+
 TResultField* TRFieldList::Place(int index, std::unique_ptr<TResultField> field) {
   field->owner_ = this;
-  return index < 0 ? fields_.Add(std::move(field)) : fields_.Insert(index, std::move(field));
+  TResultField* placed = index < 0 ? fields_.Add(std::move(field)) : fields_.Insert(index, std::move(field));
+  Changed();
+  return placed;
 }
 
 TResultField* TRFieldList::New(int index) {
@@ -19,40 +55,31 @@ TResultField* TRFieldList::Insert(int index, TDSField& field, TSortingType sorti
   made->formula_ = {"@1", {&field}};
   made->sorting_ = sorting;
   made->caption_ = GetUniqCaption(field.DisplayName());
-  TResultField* placed = Place(index, std::move(made));
-  placed->GenerateAlias();
-  return placed;
+  if (std::optional<std::string> alias = made->GeneratedAlias()) made->alias_ = std::move(*alias);
+  return Place(index, std::move(made));
 }
 
 TResultField* TRFieldList::InsertByExpression(int index, std::string_view expression, TSortingType sorting,
                                               std::string_view caption, std::string_view alias) {
   auto made = std::make_unique<TResultField>(this);
-  made->ProcessExpression(expression);  // may raise: nothing is added then
+  made->formula_ = FormulaFromExpression(structure_, expression);  // may raise: nothing is added then
   made->sorting_ = sorting;
   made->alias_ = alias;
-  TResultField* placed = Place(index, std::move(made));
-  if (caption.empty()) {
-    placed->GenerateCaption();
-  } else {
-    placed->caption_ = caption;
+  made->caption_ = caption.empty() ? made->GeneratedCaption() : std::string(caption);
+  if (alias.empty()) {
+    if (std::optional<std::string> generated = made->GeneratedAlias()) made->alias_ = std::move(*generated);
   }
-  if (alias.empty()) placed->GenerateAlias();
-  return placed;
+  return Place(index, std::move(made));
 }
 
 TResultField* TRFieldList::InsertBySQLExpr(int index, std::string_view sqlExpr, TSortingType sorting,
                                            std::string_view alias) {
   auto made = std::make_unique<TResultField>(this);
-  made->ProcessSQLExpr(sqlExpr);
+  made->formula_ = FormulaFromSQL(structure_, sqlExpr);
   made->sorting_ = sorting;
   made->alias_ = alias;
-  TResultField* placed = Place(index, std::move(made));
-  if (alias.empty()) {
-    placed->GenerateCaption();
-  } else {
-    placed->caption_ = GetUniqCaption(alias, placed);
-  }
-  return placed;
+  made->caption_ = alias.empty() ? made->GeneratedCaption() : GetUniqCaption(alias, made.get());
+  return Place(index, std::move(made));
 }
 
 int TRFieldList::IndexByExpr(std::string_view sqlExpr) const {
@@ -95,7 +122,14 @@ void TRFieldList::GenerateNumbers() {
 }
 
 void TRFieldList::RegenerateAliases() {
-  for (TResultField* field : fields_) field->GenerateAlias();
+  bool changed = false;
+  for (TResultField* field : fields_) {
+    std::optional<std::string> alias = field->GeneratedAlias();
+    if (!alias || *alias == field->alias_) continue;
+    field->alias_ = std::move(*alias);
+    changed = true;
+  }
+  if (changed) Changed();
 }
 
 int TRFieldList::GetSortCount() const {
@@ -114,7 +148,7 @@ void TRFieldList::Assign(const TRFieldList& source) {
   TWObjectList<TResultField> copies;
   for (const TResultField* field : source.fields_) {
     auto copy = std::make_unique<TResultField>(this);
-    copy->Assign(*field);
+    copy->CopyFrom(*field);
     copies.Add(std::move(copy));
   }
   fields_ = std::move(copies);
@@ -123,6 +157,7 @@ void TRFieldList::Assign(const TRFieldList& source) {
   justSorting_ = source.justSorting_;
   asciiAliases_ = source.asciiAliases_;
   autoAliases_ = source.autoAliases_;
+  Changed();
 }
 
 }  // namespace ts4

@@ -10,12 +10,14 @@
 namespace ts4 {
 
 class TDSField;
+class TQueryResult;
 class TSectionIndex;
 class TStrings;
 class TWCustomDBStructure;
 
 /// The select list of a query: result fields in order (owned) and the
-/// settings they are written with.
+/// settings they are written with. The list of a query tells the query of
+/// every change to it or to its fields (qaResultFields).
 class TRFieldList {
  public:
   explicit TRFieldList(TWCustomDBStructure* structure = nullptr) : structure_(structure) {}
@@ -32,13 +34,13 @@ class TRFieldList {
   void SetQuoteAliases(bool on) { quoteAliases_ = on; }
   /// The list only describes sorting; the statement selects "*".
   [[nodiscard]] bool JustSorting() const { return justSorting_; }
-  void SetJustSorting(bool on) { justSorting_ = on; }
+  void SetJustSorting(bool on);
   /// Generated aliases are made of ASCII characters (follows soASCIIRFields).
   [[nodiscard]] bool ASCIIAliases() const { return asciiAliases_; }
   void SetASCIIAliases(bool on) { asciiAliases_ = on; }
   /// New fields get an alias made from their caption.
   [[nodiscard]] bool AutoAliases() const { return autoAliases_; }
-  void SetAutoAliases(bool on) { autoAliases_ = on; }
+  void SetAutoAliases(bool on);
 
   [[nodiscard]] int Count() const { return fields_.Count(); }
   /// The field at the index; a bad index raises EWTessalyError.
@@ -63,9 +65,9 @@ class TRFieldList {
   }
   TResultField* InsertBySQLExpr(int index, std::string_view sqlExpr, TSortingType sorting,
                                 std::string_view alias = {});
-  void Delete(int index) { fields_.Delete(index); }
-  void Move(int from, int to) { fields_.Move(from, to); }
-  void Clear() { fields_.Clear(); }
+  void Delete(int index);
+  void Move(int from, int to);
+  void Clear();
   /// Index of the first field whose SQL expression is the text (case ignored), or -1.
   [[nodiscard]] int IndexByExpr(std::string_view sqlExpr) const;
 
@@ -77,7 +79,7 @@ class TRFieldList {
   [[nodiscard]] std::string GetUniqCaption(std::string_view caption,
                                            const TResultField* except = nullptr) const;
 
-  /// Sets each field's Number to its 1-based position.
+  /// Sets each field's Number to its 1-based position (for a build; not a change).
   void GenerateNumbers();
   /// Gives every field a newly generated alias (when aliases are generated).
   void RegenerateAliases();
@@ -107,8 +109,14 @@ class TRFieldList {
   [[nodiscard]] auto end() const { return fields_.end(); }
 
  private:
+  friend class TQueryResult;
+  friend class TResultField;
+  /// Takes the field in at the index (-1 appends) and tells once.
   TResultField* Place(int index, std::unique_ptr<TResultField> field);
+  /// Tells the query the list belongs to, if any.
+  void Changed() const;
 
+  TQueryResult* result_ = nullptr;
   TWObjectList<TResultField> fields_;
   TWCustomDBStructure* structure_;
   bool quoteAliases_ = false;

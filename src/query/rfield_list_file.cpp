@@ -106,6 +106,7 @@ void TRFieldList::LoadFromSections(TSectionIndex& reader) {
   }
   fields_ = std::move(loaded);
   justSorting_ = justSorting;
+  Changed();
 }
 
 }  // namespace ts4

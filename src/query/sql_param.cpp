@@ -2,12 +2,43 @@
 
 #include "foundation/string_utils.h"
 #include "query/filter_row.h"
+#include "query/query.h"
+#include "query/query_notifier_p.h"
 
 namespace ts4 {
 
+void TSQLParam::Changed() const {
+  if (condition_ == nullptr) return;
+  TWQuery& query = condition_->Query();
+  query.Notifier().QueryChanged({qaParameters});
+  query.Changed();
+}
+
+void TSQLParam::SetName(std::string name) {
+  if (name == name_) return;
+  name_ = std::move(name);
+  Changed();
+}
+
+void TSQLParam::SetCaption(std::string caption) {
+  if (caption == caption_) return;
+  caption_ = std::move(caption);
+  Changed();
+}
+
+void TSQLParam::SetDataType(TFieldType type) {
+  if (type == dataType_) return;
+  dataType_ = type;
+  Changed();
+}
+
 void TSQLParam::SetValue(std::string value) {
+  const bool changed = value != value_;
   value_ = std::move(value);
-  if (condition_ != nullptr) condition_->UpdateSQLParams();
+  if (condition_ == nullptr) return;
+  const detail::TQueryOperation operation(condition_->Query().Notifier());
+  condition_->UpdateSQLParams();
+  if (changed) Changed();
 }
 
 std::string TSQLParam::GetFullValue() const {

@@ -12,30 +12,37 @@ namespace ts4 {
 class TFilterCond;
 
 /// A condition value left open: the SQL shows ":" and the name, and the
-/// application supplies the value when it runs the statement.
+/// application supplies the value when it runs the statement. Changes to a
+/// parameter bound to a condition are told to the query's observers as
+/// qaParameters.
 class TSQLParam {
  public:
   TSQLParam(TFilterCond* condition, std::string name, TFieldType dataType)
       : name_(std::move(name)), dataType_(dataType), condition_(condition) {}
 
   [[nodiscard]] const std::string& Name() const { return name_; }
-  void SetName(std::string name) { name_ = std::move(name); }
+  void SetName(std::string name);
   [[nodiscard]] const std::string& Caption() const { return caption_; }
-  void SetCaption(std::string caption) { caption_ = std::move(caption); }
+  void SetCaption(std::string caption);
   [[nodiscard]] TFieldType DataType() const { return dataType_; }
-  void SetDataType(TFieldType type) { dataType_ = type; }
+  void SetDataType(TFieldType type);
   [[nodiscard]] const std::string& Value() const { return value_; }
   /// Stores the value and lets the condition refresh the query's parameter values.
   void SetValue(std::string value);
   [[nodiscard]] TFilterCond* Condition() const { return condition_; }
   /// The text around the value inside the condition's template, "@v"
-  /// standing for the value: "%@v%" for a "contains" condition.
+  /// standing for the value: "%@v%" for a "contains" condition. Every build
+  /// sets it again from the template, so setting it is not a change.
   [[nodiscard]] const std::string& VFormat() const { return vFormat_; }
   void SetVFormat(std::string format) { vFormat_ = std::move(format); }
   /// The value to bind: VFormat with every "@v" replaced by Value.
   [[nodiscard]] std::string GetFullValue() const;
 
  private:
+  friend class TQueryResult;
+  /// Tells the query of the condition, when there is one.
+  void Changed() const;
+
   std::string name_;
   std::string caption_;
   TFieldType dataType_;

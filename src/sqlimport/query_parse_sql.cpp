@@ -11,33 +11,24 @@ namespace ts4 {
 void TWQuery::ParseSQL(const TStrings& sql) {
   if (structure_ == nullptr) throw EWQueryPanelError(qecNoDbStruct, std::string(msg::NoDbStruct));
   const TStateRestorer loading(state_, stLoading);
-  const bool wasActive = active_;
-  Deactivate();
-  try {
-    // Read into a new query; this one takes the result over only when the
-    // whole statement has been read.
-    TWSQLParser parser;
-    parser.SetSQL(sql);
-    parser.Parse();
-    TWParserResult& parsed = parser.Result();
-    TWQuery read(structure_);
-    PrepareForReading(read);
-    const detail::TSQLQueryReader reader(read, &parsed.Tables);
-    reader.ReadResultFields(parsed);
-    read.mainTableName_ = reader.MainTableName(parsed);
-    reader.ProcessSQLBracket(*read.root_, reader.ConditionsOf(parsed));
+  // Read into a new query through the members of its rows and result
+  // fields; this one takes the result over, as one reset, only when the
+  // whole statement has been read.
+  TWSQLParser parser;
+  parser.SetSQL(sql);
+  parser.Parse();
+  TWParserResult& parsed = parser.Result();
+  TWQuery read(structure_);
+  PrepareForReading(read);
+  const detail::TSQLQueryReader reader(read, &parsed.Tables);
+  reader.ReadResultFields(parsed);
+  read.SetMainTableName(reader.MainTableName(parsed));
+  reader.ProcessSQLBracket(read.Root(), reader.ConditionsOf(parsed));
 
-    BeginUpdate();
-    TakeOverConditions(read);
-    mainTableName_ = std::move(read.mainTableName_);
-    Changed();
-    EndUpdate();
-  } catch (...) {
-    SetActive(wasActive);
-    throw;
-  }
-  SetActive(wasActive);
-  ParametersListChanged();
+  BeginUpdate();
+  TakeOverConditions(read);
+  SetMainTableName(read.MainTableName());
+  EndUpdate();
 }
 
 void TWQuery::ParseSQL(std::string_view sql) {

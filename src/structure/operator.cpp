@@ -3,6 +3,7 @@
 #include "foundation/enum_names.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
+#include "structure/structure.h"
 
 namespace ts4 {
 namespace {
@@ -11,10 +12,45 @@ constexpr std::array<std::string_view, 3> ValueTypeNames = {"vtScalar", "vtList"
 
 }  // namespace
 
+void TDSOperator::Changed() const {
+  if (owner_ != nullptr) owner_->Changed();
+}
+
+void TDSOperator::SetName(std::string name) {
+  name_ = std::move(name);
+  Changed();
+}
+
+void TDSOperator::SetDisplayName(std::string caption) {
+  displayName_ = std::move(caption);
+  Changed();
+}
+
 void TDSOperator::SetSQLName(std::string sqlTemplate) {
   sqlName_ = std::move(sqlTemplate);
   paramCount_ = 0;
   while (sqlName_.find("@" + std::to_string(paramCount_ + 1)) != std::string::npos) ++paramCount_;
+  Changed();
+}
+
+void TDSOperator::SetValFormat(std::string format) {
+  valFormat_ = std::move(format);
+  Changed();
+}
+
+void TDSOperator::SetExprType(TFieldType type) {
+  exprType_ = type;
+  Changed();
+}
+
+void TDSOperator::SetValueType(TOpValueType type) {
+  valueType_ = type;
+  Changed();
+}
+
+void TDSOperator::SetAppliedTypes(TAppliedTypes types) {
+  appliedTypes_ = types;
+  Changed();
 }
 
 std::string OpValueTypeToStr(TOpValueType type) {

@@ -13,6 +13,8 @@
 
 namespace ts4 {
 
+class TWCustomDBStructure;
+
 /// Whether an operator takes a single value, a list of values or a sub-query.
 enum class TOpValueType : std::uint8_t { vtScalar, vtList, vtSubQuery };
 using enum TOpValueType;
@@ -39,23 +41,26 @@ inline constexpr TFieldTypes TextAndScalarTypes =
 
 /// A named SQL template that turns a field and its values into a condition:
 /// "@f" stands for the field's SQL expression, "@1", "@2" ... for the values.
+/// An operator of a structure tells the structure of every change (Changed).
 class TDSOperator {
  public:
+  /// The structure whose list holds the operator; null until it is added.
+  [[nodiscard]] TWCustomDBStructure* Owner() const { return owner_; }
   [[nodiscard]] const std::string& Name() const { return name_; }
-  void SetName(std::string name) { name_ = std::move(name); }
+  void SetName(std::string name);
   [[nodiscard]] const std::string& DisplayName() const { return displayName_; }
-  void SetDisplayName(std::string caption) { displayName_ = std::move(caption); }
+  void SetDisplayName(std::string caption);
   [[nodiscard]] const std::string& SQLName() const { return sqlName_; }
   void SetSQLName(std::string sqlTemplate);
   [[nodiscard]] const std::string& ValFormat() const { return valFormat_; }
-  void SetValFormat(std::string format) { valFormat_ = std::move(format); }
+  void SetValFormat(std::string format);
   /// Type of the value expression; ftUnknown means the field's own type.
   [[nodiscard]] TFieldType ExprType() const { return exprType_; }
-  void SetExprType(TFieldType type) { exprType_ = type; }
+  void SetExprType(TFieldType type);
   [[nodiscard]] TOpValueType ValueType() const { return valueType_; }
-  void SetValueType(TOpValueType type) { valueType_ = type; }
+  void SetValueType(TOpValueType type);
   [[nodiscard]] TAppliedTypes AppliedTypes() const { return appliedTypes_; }
-  void SetAppliedTypes(TAppliedTypes types) { appliedTypes_ = types; }
+  void SetAppliedTypes(TAppliedTypes types);
   /// An object the application attaches; not stored.
   [[nodiscard]] const std::shared_ptr<void>& OleObject() const { return oleObject_; }
   void SetOleObject(std::shared_ptr<void> object) { oleObject_ = std::move(object); }
@@ -65,6 +70,10 @@ class TDSOperator {
   [[nodiscard]] int GetParamCount() const { return paramCount_; }
 
  private:
+  friend class TWCustomDBStructure;
+  void Changed() const;
+
+  TWCustomDBStructure* owner_ = nullptr;
   std::string name_;
   std::string displayName_;
   std::string sqlName_;

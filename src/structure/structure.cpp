@@ -23,7 +23,10 @@ TWCustomDBStructure::TWCustomDBStructure()
 TWCustomDBStructure::~TWCustomDBStructure() = default;
 
 void TWCustomDBStructure::Changed() {
-  if (updates_.Change() && OnChange) OnChange(*this);
+  if (!updates_.Change()) return;
+  const std::vector<TDBStructureObserver*> observers = observers_;  // one may unregister while told
+  for (TDBStructureObserver* observer : observers) observer->StructureChanged();
+  if (OnChange) OnChange(*this);
 }
 
 void TWCustomDBStructure::EndUpdate() {

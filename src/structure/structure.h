@@ -36,11 +36,14 @@ struct TStructureRemoval {
 };
 
 /// Told before a structure frees fields, operators, tables or links, so that
-/// objects holding plain pointers to them (queries) can let go in time.
+/// objects holding plain pointers to them (queries) can let go in time, and
+/// after anything in it changed (names, captions, a field's operators ...),
+/// as often as OnChange fires.
 class TDBStructureObserver {
  public:
   virtual ~TDBStructureObserver() = default;
   virtual void StructureItemsRemoving(const TStructureRemoval& removal) = 0;
+  virtual void StructureChanged() {}
 };
 
 /// What TableByName compares the text with.
@@ -66,7 +69,7 @@ class TWCustomDBStructure : public TWComponent {
   ~TWCustomDBStructure() override;
 
   // ---- Change notification -------------------------------------------------
-  /// Fired by Changed unless updates are suspended.
+  /// Fired by Changed unless updates are suspended, after the observers.
   std::function<void(TWCustomDBStructure&)> OnChange;
   /// Fired when the user asks for help in the structure editor.
   std::function<void(TWCustomDBStructure&)> OnSEHelpClick;

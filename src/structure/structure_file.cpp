@@ -57,6 +57,7 @@ void TWCustomDBStructure::PointItemsHere() {
     if (TDSSQLEditor* editor = field->SQLEditor()) editor->structure_ = this;
   }
   for (TDSFieldGroup* group : groups_) group->owner_ = this;
+  for (TDSOperator* op : operators_) op->owner_ = this;
   rootGroup_->owner_ = this;
 }
 

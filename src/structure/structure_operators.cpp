@@ -45,6 +45,7 @@ int TWCustomDBStructure::AddOperator(std::string_view name, std::string_view dis
 }
 
 int TWCustomDBStructure::AddOperatorByRef(std::unique_ptr<TDSOperator> op) {
+  op->owner_ = this;
   operators_.Add(std::move(op));
   Changed();
   return operators_.Count() - 1;
@@ -66,8 +67,10 @@ int TWCustomDBStructure::AddUpdateOperator(bool update, std::string_view name, s
   if (update) {
     int index = OperatorIndexByName(name);
     if (index >= 0) {
+      BeginUpdate();
       InitOperator(*operators_[index], name, displayName, sqlName, valFormat, appliedTypes);
       Changed();
+      EndUpdate();
       return index;
     }
   }

@@ -20,16 +20,6 @@ std::vector<std::string> IDs(const ts4::TFilterBracket& bracket) {
   return ids;
 }
 
-/// Counts what observers are told.
-struct Recorder : ts4::TQueryObserver {
-  void RowInserted(ts4::TFilterRow&) override { ++inserted; }
-  void RowAboutToBeDeleted(ts4::TFilterRow&) override { ++deleting; }
-  void RowChanged(ts4::TFilterRow&) override { ++changed; }
-  void ParametersChanged() override { ++parameters; }
-  void CloseEditors() override { ++closed; }
-  int inserted = 0, deleting = 0, changed = 0, parameters = 0, closed = 0;
-};
-
 TEST(ConditionTree, RowIDsFollowEveryInsertion) {
   ts4::TWQuery query;
   ts4::TFilterBracket& root = query.Root();
@@ -115,41 +105,6 @@ TEST(ConditionTree, NestingIsBounded) {
     near = static_cast<ts4::TFilterBracket*>(near->GetRow(0));
   EXPECT_THROW(near->InsertRow(0, std::move(subtree)), ts4::EWQueryPanelError);
   EXPECT_EQ(near->GetRowCount(), 1);
-}
-
-TEST(ConditionTree, ObserversAndChangeEvents) {
-  TSampleStructure s;
-  ts4::TWQuery query(&s.db);
-  Recorder recorder;
-  query.AddObserver(&recorder);
-  int changes = 0;
-  query.OnChange = [&](ts4::TWQuery&) { ++changes; };
-
-  ts4::TFilterBracket* bracket = query.Root().AddBracket();
-  s.Cond(*bracket, "NAME", "Between", "a", "b").SetValue1IsParam(true);
-  s.Cond(*bracket, "CITY", "Equal", "x").SetValue1IsParam(true);
-  s.Cond(query.Root(), "QTY", "Equal", "1");
-  EXPECT_EQ(recorder.inserted, 4);
-  EXPECT_EQ(recorder.parameters, 2);
-  EXPECT_GT(changes, 0);
-
-  recorder = {};
-  changes = 0;
-  query.Root().DeleteRow(0);  // a bracket with two parameters: told once
-  EXPECT_EQ(recorder.deleting, 1);
-  EXPECT_EQ(recorder.parameters, 1);
-  EXPECT_EQ(query.QResult().GetParamCount(), 0);
-  EXPECT_EQ(query.Root().GetRow(0)->RowID(), "1.");
-
-  query.BeginUpdate();
-  query.Root().AddCond();
-  query.Root().AddCond();
-  query.EndUpdate();
-  EXPECT_EQ(changes, 2);  // the deletion, then the update block once
-
-  ts4test::WhereLines(query);
-  EXPECT_EQ(recorder.closed, 1);
-  query.RemoveObserver(&recorder);
 }
 
 TEST(ConditionTree, StructureItemsGoingAway) {

@@ -37,8 +37,8 @@ struct SmallQuery {
     s.db.OperatorByName("InSub")->SetValueType(ts4::vtSubQuery);
     query.SetSaveTitles(false);
     query.SetQueryName("Big orders");
-    query.Description().Add("Orders above 100");
-    query.UserData().Add("owner=sales");
+    query.SetDescription(ts4::TStrings{"Orders above 100"});
+    query.SetUserData(ts4::TStrings{"owner=sales"});
     ts4::TRFieldList& fields = query.QResult().ResultFields();
     fields.Add(s.Field("NAME"), ts4::stAscending)->SetSortOrder(1);
     ts4::TResultField* total = fields.Add(s.Field("TOTAL"), ts4::stDescending);
@@ -275,34 +275,6 @@ TEST(QueryFile, CaptionsOfTheText) {
   query.SetSaveTitles(false);
   query.LoadFromStrings(List({"[Query Panel]", "ttlAll=each", "[Main]", "Version=3.3"}));
   EXPECT_EQ(query.GetTitle("ttlAll"), "every");
-}
-
-/// Records what observers hear during a load.
-struct LoadRecorder : ts4::TQueryObserver {
-  explicit LoadRecorder(ts4::TWQuery& q) : query(q) {}
-  void RowInserted(ts4::TFilterRow& row) override {
-    ++inserted;
-    loading = loading && query.State() == ts4::stLoading && !query.Active() && &row.Query() == &query;
-  }
-  void RowAboutToBeDeleted(ts4::TFilterRow&) override { ++deleted; }
-  void ParametersChanged() override { ++parameters; }
-  ts4::TWQuery& query;
-  int inserted = 0, deleted = 0, parameters = 0;
-  bool loading = true;
-};
-
-TEST(QueryFile, ObserversHearTheTreeChange) {
-  SmallQuery q;
-  LoadRecorder recorder(q.query);
-  q.query.AddObserver(&recorder);
-  q.query.LoadFromFile(SmallQueryFile);
-  EXPECT_EQ(recorder.deleted, 2);
-  EXPECT_EQ(recorder.inserted, 2);
-  EXPECT_EQ(recorder.parameters, 1);
-  EXPECT_TRUE(recorder.loading);
-  EXPECT_TRUE(q.query.Active());
-  ASSERT_EQ(q.query.QResult().GetParamCount(), 1);
-  EXPECT_EQ(q.query.QResult().GetParam(0)->Condition(), q.query.RowByID("2.1."));
 }
 
 TEST(QueryFile, OldFormOptions) {

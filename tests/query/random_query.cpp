@@ -23,8 +23,8 @@ class TRandomQuery {
   void Build(int rows) {
     query_.ClearQuery();
     query_.SetQueryName(Text(3));
-    FillLines(query_.Description(), 3);
-    FillLines(query_.UserData(), 2);
+    query_.SetDescription(Lines(3));
+    query_.SetUserData(Lines(2));
     ts4::TWCustomDBStructure* structure = query_.DbStruct();
     if (structure == nullptr || structure->FieldCount() == 0) return;
     for (int i = Below(5); i > 0; --i) AddResultField(*structure);
@@ -58,9 +58,10 @@ class TRandomQuery {
   }
 
   /// Lines that never pass for a section header ("[tag]" alone would).
-  void FillLines(ts4::TStrings& lines, int most) {
-    lines.Clear();
+  ts4::TStrings Lines(int most) {
+    ts4::TStrings lines;
     for (int i = Below(most + 1); i > 0; --i) lines.Add(Chance(20) ? "" : "- " + Text(4));
+    return lines;
   }
 
   ts4::TDSField& AnyField(const ts4::TWCustomDBStructure& structure) {

@@ -147,10 +147,10 @@ TEST(ExOperators, EachOptionControlsItsOperators) {
 TEST(ExOperators, SettingTheCurrentValueDoesNothing) {
   TWDBStructure db;
   ts4::TStrings captions = db.DefOperators();
+  // A caption edited by hand is not refreshed by a no-op set.
+  db.Operators(0)->SetDisplayName("equals");
   int changes = 0;
   db.OnChange = [&](ts4::TWCustomDBStructure&) { ++changes; };
-  // A caption edited behind the structure's back is not refreshed by a no-op set.
-  db.Operators(0)->SetDisplayName("equals");
   db.SetExOperators(db.ExOperators());
   EXPECT_EQ(db.Operators(0)->DisplayName(), "equals");
   EXPECT_EQ(changes, 0);
