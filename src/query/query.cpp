@@ -78,29 +78,31 @@ void TWQuery::ForgetStructureItems(const TStructureRemoval* removal) {
   if (removal == nullptr || removal->TablesOrLinks || !fields.empty()) result_->DbStructChanged();
   if (removal != nullptr && fields.empty() && operators.empty()) return;
 
-  std::vector<TFilterBracket*> pending = {root_.get()};
+  // Top to bottom, as a view shows the rows.
+  std::vector<TFilterRow*> pending(root_->rows_.size());
+  std::transform(root_->rows_.rbegin(), root_->rows_.rend(), pending.begin(),
+                 [](auto& r) { return r.get(); });
   while (!pending.empty()) {
-    TFilterBracket* bracket = pending.back();
+    TFilterRow* row = pending.back();
     pending.pop_back();
-    for (const auto& row : bracket->rows_) {
-      if (row->IsBracket()) {
-        pending.push_back(static_cast<TFilterBracket*>(row.get()));
-        continue;
-      }
-      // Written past the setters: the values stay for a field that may come back.
-      auto& cond = static_cast<TFilterCond&>(*row);
-      TRowAspects lost;
-      if (cond.field_ != nullptr && (removal == nullptr || fields.contains(cond.field_))) {
-        cond.field_ = nullptr;
-        lost.Include(raField);
-      }
-      if (cond.operator_ != nullptr &&
-          (removal == nullptr || lost.Contains(raField) || operators.contains(cond.operator_))) {
-        cond.operator_ = nullptr;
-        lost.Include(raOperator);
-      }
-      cond.NotifyChanged(lost);
+    if (row->IsBracket()) {
+      const auto& rows = static_cast<TFilterBracket*>(row)->rows_;
+      for (auto it = rows.rbegin(); it != rows.rend(); ++it) pending.push_back(it->get());
+      continue;
     }
+    // Written past the setters: the values stay for a field that may come back.
+    auto& cond = static_cast<TFilterCond&>(*row);
+    TRowAspects lost;
+    if (cond.field_ != nullptr && (removal == nullptr || fields.contains(cond.field_))) {
+      cond.field_ = nullptr;
+      lost.Include(raField);
+    }
+    if (cond.operator_ != nullptr &&
+        (removal == nullptr || lost.Contains(raField) || operators.contains(cond.operator_))) {
+      cond.operator_ = nullptr;
+      lost.Include(raOperator);
+    }
+    cond.NotifyChanged(lost);
   }
   TRFieldList& list = result_->ResultFields();
   for (int i = list.Count() - 1; i >= 0; --i) {

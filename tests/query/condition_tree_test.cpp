@@ -1,5 +1,7 @@
-// Rows as data: identifiers, insertion places, deletion, enabling, nesting, notifications.
+// Rows as data: identifiers, insertion places, deletion, moving, copying, enabling, nesting.
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 #include "sample_structure.h"
 #include "test_support.h"
@@ -62,11 +64,138 @@ TEST(ConditionTree, DeletingTheLastRowOfNestedBrackets) {
   }
 }
 
-TEST(ConditionTree, BadIndexesRaise) {
+TEST(ConditionTree, BadIndexesRaiseAndChangeNothing) {
   ts4::TWQuery query;
   ts4test::ExpectIndexError([&] { query.Root().DeleteRow(0); }, 0);
   ts4test::ExpectIndexError([&] { query.Root().InsertCond(1); }, 1);
   ts4test::ExpectIndexError([&] { query.Root().AddCond()->SetValue(3, "x"); }, 3);
+  // A one-row nested bracket, which a good index would delete whole.
+  ts4::TFilterBracket* single = query.Root().AddBracket();
+  single->AddCond();
+  ts4test::ExpectIndexError([&] { single->DeleteRow(1); }, 1);
+  ts4test::ExpectIndexError([&] { single->MoveRow(0, query.Root(), 3); }, 3);
+  EXPECT_EQ(IDs(query.Root()), (std::vector<std::string>{"1.", "2.", "2.1."}));
+}
+
+TEST(ConditionTree, MovingKeepsTheRowsAndTheirParameters) {
+  TSampleStructure s;
+  ts4::TWQuery query(&s.db);
+  ts4::TFilterBracket& root = query.Root();
+  ts4::TFilterBracket* bracket = root.AddBracket();
+  ts4::TFilterCond& cond = s.Cond(*bracket, "NAME", "Contains");
+  cond.SetValue1IsParam(true);
+  cond.Param1()->SetValue("mit");
+  s.Cond(*bracket, "CITY", "Equal", "Riga");
+  ts4::TFilterBracket* inner = bracket->AddBracket();
+  s.Cond(*inner, "QTY", "Equal", "1");
+  root.MoveRow(0, root, 0);  // onto itself: nothing
+
+  bracket->MoveRow(0, *inner, 1);
+  EXPECT_EQ(IDs(root), (std::vector<std::string>{"1.", "1.1.", "1.2.", "1.2.1.", "1.2.2."}));
+  EXPECT_EQ(query.RowByID("1.2.2."), &cond);
+  ASSERT_EQ(query.QResult().GetParamCount(), 1);
+  EXPECT_EQ(cond.Param1()->Name(), "Param1");
+  const std::vector<std::string> where = ts4test::WhereLines(query);
+  EXPECT_NE(std::find(where.begin(), where.end(), "C.NAME like :Param1"), where.end());
+
+  // Into itself or below itself, into another query, too deep: refused, nothing moves.
+  const std::string intoItself = "A bracket can not be moved into itself";
+  ts4test::ExpectError<ts4::EWQueryPanelError>([&] { root.MoveRow(0, *bracket, 0); }, 16, intoItself);
+  ts4test::ExpectError<ts4::EWQueryPanelError>([&] { bracket->MoveRow(1, *inner, 0); }, 16, intoItself);
+  ts4::TWQuery other(&s.db);
+  ts4test::ExpectError<ts4::EWQueryPanelError>([&] { root.MoveRow(0, other.Root(), 0); }, 15,
+                                               "A row can only be placed in a bracket of its own query");
+  ts4::TFilterBracket* deep = &other.Root();
+  for (int level = 1; level < ts4::MaxBracketDepth; ++level) deep = deep->AddBracket();
+  other.Root().AddBracket()->AddBracket();  // two levels, one too many below `deep`
+  ts4test::ExpectError<ts4::EWQueryPanelError>([&] { other.Root().MoveRow(1, *deep, 0); }, 10,
+                                               "Brackets are nested more than 1000 levels deep");
+  EXPECT_EQ(other.Root().GetRowCount(), 2);
+  EXPECT_EQ(IDs(root), (std::vector<std::string>{"1.", "1.1.", "1.2.", "1.2.1.", "1.2.2."}));
+
+  // The last row leaving a nested bracket takes the bracket along.
+  inner->MoveRow(0, root, 1);
+  inner->MoveRow(0, root, 0);
+  EXPECT_EQ(IDs(root), (std::vector<std::string>{"1.", "2.", "2.1.", "3."}));
+}
+
+TEST(ConditionTree, ClonesAreDeepWithParametersOfTheirOwn) {
+  TSampleStructure s;
+  ts4::TWQuery query(&s.db);
+  ts4::TFilterBracket* bracket = query.Root().AddBracket();
+  bracket->SetLinkType(ts4::fltNone);
+  ts4::TFilterCond& between = s.Cond(*bracket, "QTY", "Between", "1", "5");
+  between.SetValue2IsParam(true);
+  between.Param2()->SetValue("9");
+  s.Cond(*bracket, "CITY", "Equal", "Riga").SetEnabled(false);
+
+  ts4::TWQuery copy(&s.db);
+  for (ts4::TWQuery* target : {&query, &copy}) target->Root().InsertClone(0, *bracket);
+  for (ts4::TWQuery* target : {&query, &copy}) {
+    ts4::TFilterBracket& clone = static_cast<ts4::TFilterBracket&>(*target->RowByID("1."));
+    ASSERT_NE(&clone, bracket);
+    EXPECT_EQ(clone.LinkType(), ts4::fltNone);
+    auto& cond = static_cast<ts4::TFilterCond&>(*clone.GetRow(0));
+    EXPECT_EQ(cond.Value1(), "1");
+    ASSERT_TRUE(cond.Value2IsParam());
+    EXPECT_NE(cond.Param2(), between.Param2());
+    EXPECT_EQ(cond.Param2()->Value(), "9");
+    EXPECT_EQ(cond.Param2()->Condition(), &cond);
+    EXPECT_FALSE(clone.GetRow(1)->Enabled());
+  }
+  EXPECT_EQ(query.QResult().GetParam(1)->Name(), "Param2");
+  EXPECT_EQ(copy.QResult().GetParam(0)->Name(), "Param1");
+  query.Root().DeleteRow(1);  // the original goes; the copy's parameter stays
+  EXPECT_EQ(query.QResult().GetParamCount(), 1);
+  bracket = static_cast<ts4::TFilterBracket*>(query.Root().GetRow(0));
+
+  TSampleStructure elsewhere;
+  ts4::TWQuery foreign(&elsewhere.db);
+  const std::string message = "A row can only be copied from a query over the same structure";
+  ts4test::ExpectError<ts4::EWQueryPanelError>([&] { foreign.Root().InsertClone(0, *bracket); }, 15, message);
+  ts4test::ExpectError<ts4::EWQueryPanelError>([&] { copy.Root().InsertClone(0, query.Root()); }, 15,
+                                               message);
+  EXPECT_EQ(foreign.Root().GetRowCount(), 0);
+}
+
+TEST(ConditionTree, ChangingTheFieldDropsWhatNoLongerFits) {
+  TSampleStructure s;
+  ts4::TWQuery query(&s.db);
+  ts4::TFilterCond& cond = s.Cond(query.Root(), "QTY", "Equal", "5");
+  cond.SetValue1IsParam(true);
+  cond.SetField(&s.Field("CUST_NO"));  // the same kind of value: all stays
+  EXPECT_EQ(cond.Operator(), &s.Op("Equal"));
+  EXPECT_TRUE(cond.Value1IsParam());
+  cond.SetField(&s.Field("CITY"));  // a text: the number and its parameter go
+  EXPECT_EQ(cond.Operator(), &s.Op("Equal"));
+  EXPECT_EQ(cond.Value1(), "");
+  EXPECT_EQ(query.QResult().GetParamCount(), 0);
+  cond.SetOperator(&s.Op("Contains"));
+  cond.SetValue(1, "ig");
+  cond.SetField(&s.Field("TOTAL"));  // numbers are never "contained"
+  EXPECT_EQ(cond.Operator(), nullptr);
+  EXPECT_EQ(cond.Value1(), "");
+}
+
+TEST(ConditionTree, BracketsFollowTheirRowsEnabledState) {
+  ts4::TWQuery query;
+  query.SetNonEmptyBrackets(false);
+  ts4::TFilterBracket* outer = query.Root().AddBracket();
+  ts4::TFilterBracket* inner = outer->AddBracket();
+  ts4::TFilterCond* a = inner->AddCond();
+  ts4::TFilterCond* b = inner->AddCond();
+  a->SetEnabled(false);
+  EXPECT_TRUE(inner->Enabled());
+  b->SetEnabled(false);  // the last enabled row: both brackets above go off, the root never
+  EXPECT_FALSE(inner->Enabled());
+  EXPECT_FALSE(outer->Enabled());
+  EXPECT_TRUE(query.Root().Enabled());
+  a->SetEnabled(true);
+  EXPECT_TRUE(outer->Enabled());
+  inner->ClearRows();  // an empty bracket is off, and on again with its first row
+  EXPECT_FALSE(inner->Enabled());
+  inner->AddCond();
+  EXPECT_TRUE(inner->Enabled());
 }
 
 TEST(ConditionTree, CheckIfAllDisabled) {
