@@ -108,7 +108,7 @@ void TQueryNotifier::Flush() {
     const auto rows = std::move(heldRows_);
     heldRows_.clear();
     heldRowIndex_.clear();
-    for (const auto& [row, aspects] : rows) Tell([&](TQueryObserver& o) { o.RowChanged(*row, aspects); });
+    for (const auto& held : rows) Tell([&](TQueryObserver& o) { o.RowChanged(*held.first, held.second); });
   }
   if (!heldAspects_.Empty()) {
     const TQueryAspects aspects = heldAspects_;
