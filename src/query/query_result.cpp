@@ -224,6 +224,17 @@ void TQueryResult::BindCopyOfParameter(TFilterCond& condition, int index, const 
   condition.params_[index == 1 ? 0 : 1] = params_.Add(std::move(param));
 }
 
+void TQueryResult::DeleteOwnParameter(TSQLParam* param) {
+  // A bound parameter is unbound by its condition, which keeps its value and removes it.
+  TFilterCond* cond = param->Condition();
+  for (std::size_t slot = 0; cond != nullptr && slot < 2; ++slot) {
+    if (cond->params_[slot] != param) continue;
+    cond->UnbindParam(slot);
+    return;
+  }
+  RemoveParameter(param);
+}
+
 void TQueryResult::RemoveParameter(TSQLParam* param) {
   const int index = params_.IndexOf(param);
   if (index >= 0) params_.Delete(index);
@@ -243,18 +254,7 @@ TSQLParam* TQueryResult::AddLoadedParameter(TFilterCond& condition, int index) {
 
 void TQueryResult::DeleteParameter(TSQLParam* param) {
   const detail::TQueryOperation operation(query_->Notifier());
-  if (params_.IndexOf(param) >= 0) {
-    TFilterCond* cond = param->Condition();
-    const std::size_t slot = cond == nullptr             ? 2
-                             : cond->params_[0] == param ? 0
-                             : cond->params_[1] == param ? 1
-                                                         : 2;
-    if (slot < 2) {
-      cond->UnbindParam(slot);  // removes it
-    } else {
-      RemoveParameter(param);
-    }
-  }
+  if (params_.IndexOf(param) >= 0) DeleteOwnParameter(param);
   query_->ParametersListChanged();
 }
 
@@ -280,17 +280,7 @@ TSQLParam* TQueryResult::FindParameterByCondition(const TFilterCond& condition) 
 
 void TQueryResult::ClearParams() {
   const detail::TQueryOperation operation(query_->Notifier());
-  while (!params_.Empty()) {
-    TSQLParam* param = params_[params_.Count() - 1];
-    TFilterCond* cond = param->Condition();
-    if (cond != nullptr && cond->params_[0] == param) {
-      cond->UnbindParam(0);
-    } else if (cond != nullptr && cond->params_[1] == param) {
-      cond->UnbindParam(1);
-    } else {
-      RemoveParameter(param);
-    }
-  }
+  while (!params_.Empty()) DeleteOwnParameter(params_[params_.Count() - 1]);
   query_->ParametersListChanged();
 }
 

@@ -100,6 +100,8 @@ class TQueryResult {
   /// The result fields changed: tells the query's observers, and OnChange.
   void ResultFieldsChanged();
   [[nodiscard]] std::string FreeParameterName() const;
+  /// Frees a parameter of the list, unbinding it from its condition first.
+  void DeleteOwnParameter(TSQLParam* param);
   /// Takes the parameter out of the list and frees it, telling no one.
   void RemoveParameter(TSQLParam* param);
   /// Binds a new parameter like `source` (caption, type, value, value
