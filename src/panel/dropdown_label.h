@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QLabel>
 #include <QString>
 #include <functional>
@@ -22,6 +23,12 @@ class EDDLabelError : public std::runtime_error {
 /// Font and colour come from the parent, with the font underlined. A label
 /// with an empty caption shows "_____" so that it can still be clicked.
 /// Ctrl+click is the alt-click; a fixed label ignores every click.
+///
+/// From the keyboard, Space, Enter, F4 and Alt+Down drop the label down
+/// (the same keys drop up a label left open without an editor); any other
+/// key goes on to the parent. Focus that was in the editor or list comes
+/// back to the label when it drops up. A fixed label can still be tabbed
+/// to and read, but opens nothing.
 ///
 /// Events that only notify are signals; those that hand something back
 /// (the value, the accept flag, an image index) are std::function members.
@@ -55,8 +62,12 @@ class TDropDownLabel : public QLabel {
 
   [[nodiscard]] bool Dropped() const { return dropped_; }
   [[nodiscard]] bool Fixed() const { return fixed_; }
-  /// A fixed label never drops down.
+  /// A fixed label never drops down; it takes the focus from Tab only.
   void SetFixed(bool fixed);
+
+  /// What screen readers announce it as: a button, which opens an editor or
+  /// handler of its own; lists announce a combo box.
+  [[nodiscard]] virtual QAccessible::Role AccessibleRole() const { return QAccessible::Button; }
 
   /// Opens the editor or list, unless the label is fixed.
   void DropDown();
@@ -108,9 +119,11 @@ class TDropDownLabel : public QLabel {
 
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
-  void UpdateCursor();
+  void UpdateFixedLook();
 
   QString value_;
   bool dropped_ = false;

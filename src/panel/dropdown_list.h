@@ -69,6 +69,8 @@ class TDropDownList : public TDropDownLabel {
   /// The positions in the order the list shows them.
   [[nodiscard]] std::vector<int> ShownOrder() const;
 
+  [[nodiscard]] QAccessible::Role AccessibleRole() const override { return QAccessible::ComboBox; }
+
  protected:
   void ValueChanged() override;
 

@@ -2,11 +2,15 @@
 
 #include <cstdlib>
 
+#include <QAccessibleWidget>
 #include <QEnterEvent>
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPalette>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
 
 namespace ts4 {
 namespace {
@@ -32,6 +36,43 @@ void DrawRounded(QPainter& painter, const QRect& area, int corner) {
   painter.drawRoundedRect(area.adjusted(0, 0, -1, -1), radius, radius);
 }
 
+// Screen readers see a push button named by the caption (unless the
+// accessible name says otherwise) that can be pressed.
+class TRndBtnAccessible : public QAccessibleWidget {
+ public:
+  explicit TRndBtnAccessible(TWRndBtn* button) : QAccessibleWidget(button, QAccessible::Button) {}
+
+  QString text(QAccessible::Text t) const override {
+    if (t == QAccessible::Name && widget()->accessibleName().isEmpty()) return Button()->Caption();
+    return QAccessibleWidget::text(t);
+  }
+
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.pressed = Button()->IsDown();
+    return state;
+  }
+
+  QStringList actionNames() const override {
+    return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+  }
+
+  void doAction(const QString& name) override {
+    if (name == pressAction())
+      Button()->Click();
+    else
+      QAccessibleWidget::doAction(name);
+  }
+
+ private:
+  TWRndBtn* Button() const { return static_cast<TWRndBtn*>(widget()); }
+};
+
+QAccessibleInterface* AccessibleButton(const QString& /*className*/, QObject* object) {
+  auto* button = qobject_cast<TWRndBtn*>(object);
+  return button != nullptr ? new TRndBtnAccessible(button) : nullptr;
+}
+
 }  // namespace
 
 TRndBtnGeometry RndBtnGeometry(QSize size, bool rounded) {
@@ -54,7 +95,9 @@ QSize RndBtnAutoSize(const QString& caption, const QFont& font) {
 }
 
 TWRndBtn::TWRndBtn(QWidget* parent) : QWidget(parent) {
+  [[maybe_unused]] static const bool accessible = (QAccessible::installFactory(&AccessibleButton), true);
   resize(DefaultSize);
+  setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::PointingHandCursor);
   // Every pixel is painted: the corners outside the outline in the
   // background colour, which the button inherits from its parent.
@@ -68,6 +111,10 @@ void TWRndBtn::SetCaption(const QString& caption) {
   caption_ = caption;
   AdjustSize();
   update();
+  if (accessibleName().isEmpty()) {
+    QAccessibleEvent event(this, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&event);
+  }
   Q_EMIT CaptionChanged(caption_);
 }
 
@@ -131,9 +178,16 @@ void TWRndBtn::AdjustSize() {
   updateGeometry();
 }
 
+void TWRndBtn::Click() {
+  if (isEnabled()) Q_EMIT clicked();
+}
+
 void TWRndBtn::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  const QPalette& pal = palette();
+  // The palette's colour group follows the state: disabled, inactive window.
+  QStyleOptionFocusRect option;
+  option.initFrom(this);
+  const QPalette& pal = option.palette;
   const QColor background = pal.color(backgroundRole());
   const QColor fill = down_ ? pressedColor_ : mouseOver_ ? overColor_ : background;
   const TRndBtnGeometry geometry = RndBtnGeometry(size(), rounded_);
@@ -147,9 +201,16 @@ void TWRndBtn::paintEvent(QPaintEvent* /*event*/) {
     const QFontMetrics metrics = fontMetrics();
     const QSize text(metrics.horizontalAdvance(caption_), metrics.height());
     const QPoint pos = RndBtnCaptionPos(size(), text, allowPress_ && down_, margin_, layoutDirection());
-    painter.setPen(isEnabled() ? TextColorOn(fill, pal)
-                               : pal.color(QPalette::Disabled, QPalette::ButtonText));
+    painter.setPen(isEnabled() ? TextColorOn(fill, pal) : pal.color(QPalette::ButtonText));
     painter.drawText(pos + QPoint(0, metrics.ascent()), caption_);
+  }
+
+  if (hasFocus()) {
+    // Inside the bevel, where the outline does not cut its corners off.
+    const QPoint inside = geometry.Inset + QPoint(1, 1);
+    option.rect = rect().adjusted(inside.x(), inside.y(), -inside.x(), -inside.y());
+    option.backgroundColor = fill;
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
   }
 
   painter.setBrush(Qt::NoBrush);
@@ -167,6 +228,17 @@ void TWRndBtn::paintEvent(QPaintEvent* /*event*/) {
   DrawRounded(painter, rect().translated(-1, -1), geometry.Corner);
   painter.setPen(down_ ? dark : light);
   DrawRounded(painter, rect().translated(geometry.Inset + QPoint(1, 1)), geometry.Corner);
+}
+
+void TWRndBtn::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  const bool activates = key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+  if (!activates || (event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+    QWidget::keyPressEvent(event);  // ignores it, so that the parent gets it
+    return;
+  }
+  // Held down, the key clicks once: a slot may open a menu.
+  if (!event->isAutoRepeat()) Click();
 }
 
 void TWRndBtn::mousePressEvent(QMouseEvent* event) {

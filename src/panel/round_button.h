@@ -7,6 +7,7 @@
 #include <QWidget>
 
 class QEnterEvent;
+class QKeyEvent;
 class QMouseEvent;
 class QPaintEvent;
 
@@ -40,7 +41,10 @@ struct TRndBtnGeometry {
 ///
 /// Font, enabled state, visibility and tool tip are QWidget's own; the fill
 /// outside the hover and pressed states is the palette's background role,
-/// which a child inherits from its parent.
+/// which a child inherits from its parent. Outline, bevel and caption take
+/// the palette's colours for the widget's state; with the keyboard focus the
+/// style's focus frame shows inside the bevel, and Space or Enter click.
+/// Screen readers see a button named by the caption.
 class TWRndBtn : public QWidget {
   Q_OBJECT
   Q_PROPERTY(QString Caption READ Caption WRITE SetCaption NOTIFY CaptionChanged)
@@ -80,6 +84,9 @@ class TWRndBtn : public QWidget {
 
   [[nodiscard]] QSize sizeHint() const override;
 
+  /// Emits clicked() when the button is enabled, as a click on it would.
+  void Click();
+
  Q_SIGNALS:
   void clicked();
   void doubleClicked();
@@ -95,6 +102,7 @@ class TWRndBtn : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QAccessibleActionInterface>
 #include <QDateEdit>
 #include <QDialog>
 #include <QPushButton>
@@ -14,6 +16,7 @@
 
 #include "panel/dropdown_datetime.h"
 #include "panel/dropdown_edit.h"
+#include "panel/dropdown_list.h"
 #include "panel/silent_edit.h"
 
 namespace {
@@ -262,6 +265,99 @@ TEST(DropDownDateTimeEdit, PicksDatesAndTimesAsISOText) {
   timeEdit->setTime(QTime(14, 30));
   time.DropUp(true);
   EXPECT_EQ(time.Value(), "14:30:00");
+}
+
+// Records the keys that reach a widget.
+class KeyLog : public QObject {
+ public:
+  QList<int> keys;
+
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress) keys.append(static_cast<QKeyEvent*>(event)->key());
+    return false;
+  }
+};
+
+TEST(DropDownLabel, OpeningKeysDropDownOthersGoToTheParent) {
+  const struct {
+    const char* name;
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    bool fixed;
+    bool opens;
+  } cases[] = {
+      {"Space", Qt::Key_Space, {}, false, true},
+      {"Return", Qt::Key_Return, {}, false, true},
+      {"keypad Enter", Qt::Key_Enter, Qt::KeypadModifier, false, true},
+      {"F4", Qt::Key_F4, {}, false, true},
+      {"Alt+Down", Qt::Key_Down, Qt::AltModifier, false, true},
+      {"Down", Qt::Key_Down, {}, false, false},
+      {"Up", Qt::Key_Up, {}, false, false},
+      {"Insert", Qt::Key_Insert, {}, false, false},
+      {"Ctrl+Delete", Qt::Key_Delete, Qt::ControlModifier, false, false},
+      {"Alt+F4", Qt::Key_F4, Qt::AltModifier, false, false},
+      {"Space, fixed", Qt::Key_Space, {}, true, false},
+  };
+  for (const auto& c : cases) {
+    Shown<TDropDownLabel> shown;
+    KeyLog parent;
+    shown.window.installEventFilter(&parent);
+    shown.label->SetFixed(c.fixed);
+    QTest::keyClick(shown.label, c.key, c.modifiers);
+    EXPECT_EQ(shown.label->Dropped(), c.opens) << c.name;
+    EXPECT_EQ(parent.keys.contains(c.key), !c.opens) << c.name;
+  }
+}
+
+TEST(DropDownEdit, TheKeyboardOpensTheEditorAndGetsTheFocusBack) {
+  QWidget window;
+  // First in the tab order: where Qt itself would move the focus of a closing editor.
+  auto* first = new TDropDownLabel(&window);
+  auto* label = new ts4::TDropDownEdit(&window);
+  label->move(0, 30);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  first->setFocus();
+  const QImage unfocused = label->grab().toImage();
+  QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
+  ASSERT_TRUE(label->hasFocus());
+  EXPECT_NE(label->grab().toImage(), unfocused) << "the focus frame shows";
+  QTest::keyClick(window.windowHandle(), Qt::Key_F4);
+  auto* edit = qobject_cast<ts4::TSilentEdit*>(label->Editor());
+  ASSERT_NE(edit, nullptr);
+  ASSERT_TRUE(edit->hasFocus());
+  QTest::keyClicks(edit, "Braga");
+  QTest::keyClick(edit, Qt::Key_Return);
+  EXPECT_EQ(label->Value(), "Braga");
+  EXPECT_TRUE(label->hasFocus()) << "back where the keyboard left off";
+}
+
+TEST(DropDownLabel, ScreenReadersReadCaptionValueAndStateAndMayOpenIt) {
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(std::make_unique<TDropDownLabel>().get())->role(),
+            QAccessible::Button);
+  ts4::TDropDownList list;
+  list.AddItem({}, "Lisbon", "LIS");
+  list.SetValue("LIS");
+  QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&list);
+  ASSERT_NE(accessible, nullptr);
+  EXPECT_EQ(accessible->role(), QAccessible::ComboBox);
+  EXPECT_EQ(accessible->text(QAccessible::Name), "Lisbon");
+  EXPECT_EQ(accessible->text(QAccessible::Value), "LIS");
+  accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_TRUE(list.Dropped());
+  EXPECT_TRUE(accessible->state().expanded);
+  list.DropUp(false);
+  list.SetValue("Porto");
+  EXPECT_EQ(accessible->text(QAccessible::Name), "Porto") << "the name follows the value";
+
+  list.SetValue("");
+  EXPECT_EQ(accessible->text(QAccessible::Name), "") << "the blank reads as no caption";
+  list.SetFixed(true);
+  EXPECT_TRUE(accessible->state().readOnly);
+  EXPECT_TRUE(accessible->state().focusable) << "still there to be read";
+  accessible->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+  EXPECT_FALSE(list.Dropped());
 }
 
 }  // namespace

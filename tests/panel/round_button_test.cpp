@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QAccessibleActionInterface>
 #include <QApplication>
 #include <QEnterEvent>
 #include <QImage>
@@ -145,6 +147,46 @@ TEST_F(RndBtnMouse, DoubleClickPressesAgain) {
   EXPECT_EQ(doubleClicked.count(), 1);
   EXPECT_EQ(clicked.count(), 2);
   EXPECT_FALSE(button_->IsDown());
+}
+
+TEST_F(RndBtnMouse, SpaceAndEnterClickTheFocusedButton) {
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  button_->clearFocus();
+  const QImage unfocused = button_->grab().toImage();
+  QTest::keyClick(window_.windowHandle(), Qt::Key_Tab);
+  ASSERT_TRUE(button_->hasFocus());
+  EXPECT_NE(button_->grab().toImage(), unfocused) << "the focus frame shows";
+  const struct {
+    const char* name;
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    int clicks;
+  } cases[] = {
+      {"Space", Qt::Key_Space, {}, 1},
+      {"Return", Qt::Key_Return, {}, 1},
+      {"keypad Enter", Qt::Key_Enter, Qt::KeypadModifier, 1},
+      {"Down", Qt::Key_Down, {}, 0},
+      {"Ctrl+Space", Qt::Key_Space, Qt::ControlModifier, 0},
+  };
+  for (const auto& c : cases) {
+    QSignalSpy clicked(button_, &TWRndBtn::clicked);
+    QTest::keyClick(window_.windowHandle(), c.key, c.modifiers);
+    EXPECT_EQ(clicked.count(), c.clicks) << c.name;
+  }
+}
+
+TEST(RndBtn, ScreenReadersSeeAButtonNamedByItsCaption) {
+  TWRndBtn button;
+  button.SetCaption(QStringLiteral("+"));
+  QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&button);
+  ASSERT_NE(accessible, nullptr);
+  EXPECT_EQ(accessible->role(), QAccessible::Button);
+  EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("+"));
+  button.setAccessibleName(QStringLiteral("Add a condition"));
+  EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Add a condition"));
+  QSignalSpy clicked(&button, &TWRndBtn::clicked);
+  accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(clicked.count(), 1);
 }
 
 // Rendering, with the parent's background in a colour no state uses.

@@ -1,0 +1,83 @@
+#include "panel/panel_appearance.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <string>
+
+#include "foundation/error.h"
+#include "foundation/messages.h"
+#include "query/query_types.h"
+
+namespace ts4 {
+
+TQPAppearance::TQPAppearance(TWQueryPanel* panel)
+    // The current row is lit like a button's highlight edge.
+    : QObject(nullptr), panel_(panel), activeRowColor_(QApplication::palette().color(QPalette::Light)) {}
+
+template <typename T>
+void TQPAppearance::Set(T& member, const T& value) {
+  if (member == value) return;
+  member = value;
+  Change();
+}
+
+void TQPAppearance::SetActiveRowColor(const QColor& color) {
+  Set(activeRowColor_, color);
+}
+void TQPAppearance::SetControlBorderColor(const QColor& color) {
+  Set(controlBorderColor_, color);
+}
+void TQPAppearance::SetFieldColor(const QColor& color) {
+  Set(fieldColor_, color);
+}
+void TQPAppearance::SetOperatorColor(const QColor& color) {
+  Set(operatorColor_, color);
+}
+void TQPAppearance::SetValueColor(const QColor& color) {
+  Set(valueColor_, color);
+}
+void TQPAppearance::SetBoolOpColor(const QColor& color) {
+  Set(boolOpColor_, color);
+}
+void TQPAppearance::SetOptions(TQPAppearanceOptions options) {
+  Set(options_, options);
+}
+void TQPAppearance::SetStyle(TQPStyle style) {
+  Set(style_, style);
+}
+
+bool TQPAppearance::IsStored(const char* property) const {
+  const QByteArray name(property);
+  for (const char* label : {"FieldColor", "OperatorColor", "ValueColor", "BoolOpColor"})
+    if (name == label) return this->property(property).value<QColor>() != DeclaredLabelColor;
+  return true;
+}
+
+void TQPAppearance::SetOptionBits(int bits) {
+  // Bits above the last option name nothing and are dropped.
+  constexpr int known = (1 << (static_cast<int>(aoAllowParams) + 1)) - 1;
+  SetOptions(TQPAppearanceOptions::FromBits(static_cast<std::uint64_t>(bits & known)));
+}
+
+void TQPAppearance::SetStyleOrdinal(int ordinal) {
+  if (ordinal != static_cast<int>(psGroups) && ordinal != static_cast<int>(psAndOr))
+    throw EWQueryPanelError(qecInvalidPropertyValue, std::string(msg::InvalidPropertyValue));
+  SetStyle(static_cast<TQPStyle>(ordinal));
+}
+
+void TQPAppearance::EndUpdate() {
+  if (updateCount_ == 0) return;
+  if (--updateCount_ > 0 || !changedInUpdate_) return;
+  changedInUpdate_ = false;
+  emit Changed();
+}
+
+void TQPAppearance::Change() {
+  if (updateCount_ > 0) {
+    changedInUpdate_ = true;
+    return;
+  }
+  emit Changed();
+}
+
+}  // namespace ts4

@@ -1,0 +1,388 @@
+// The widgets of a line and what they show: a view is made (or taken from
+// the pool) for a row and bound to it, and bound again whenever the row
+// changes, so every word says what the row holds.
+#include <QLabel>
+
+#include "foundation/error.h"
+#include "panel/dropdown_datetime.h"
+#include "panel/dropdown_edit.h"
+#include "panel/dropdown_listbox.h"
+#include "panel/dropdown_popup.h"
+#include "panel/qt_strings_p.h"
+#include "panel/query_panel.h"
+#include "panel/row_controls.h"
+#include "panel/row_view_p.h"
+#include "query/sql_param.h"
+#include "structure/structure.h"
+
+namespace ts4 {
+
+using detail::ToQ;
+using detail::TRowView;
+
+namespace {
+
+QLabel* MakeText(QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setTextFormat(Qt::PlainText);
+  label->setAttribute(Qt::WA_TranslucentBackground);
+  label->hide();
+  return label;
+}
+
+void ShowText(QLabel* label, const QString& text) {
+  label->setText(text);
+  label->adjustSize();
+  label->show();
+}
+
+// The slot of value 1 or 2.
+int ValueSlot(int index) {
+  return index == 1 ? rciValue1 : rciValue2;
+}
+
+}  // namespace
+
+std::unique_ptr<TRowView> TWQueryPanel::TakeView(bool bracket) {
+  for (auto it = freeViews_.begin(); it != freeViews_.end(); ++it) {
+    if ((*it)->Bracket != bracket) continue;
+    std::unique_ptr<TRowView> view = std::move(*it);
+    freeViews_.erase(it);
+    return view;
+  }
+  auto view = std::make_unique<TRowView>(bracket);
+  TRowView* v = view.get();
+  QWidget* parent = viewport();
+  v->Button = new TFilterBtn(parent);
+  v->Button->hide();
+  connect(v->Button, &TWRndBtn::clicked, this, [this, v] {
+    if (v->Row == &query_->Root())
+      MainButtonClick();
+    else if (v->Row != nullptr)
+      RowButtonClick(*v->Button);
+  });
+  v->Check = new TFlatCheckBox(parent);
+  v->Check->hide();
+  connect(v->Check, &QCheckBox::clicked, this, [this, v](bool checked) { CheckBoxToggled(*v, checked); });
+
+  // A click on a word makes its line and the word current first.
+  const auto word = [this, v](TDropDownLabel* label) {
+    label->hide();
+    connect(label, &TDropDownLabel::beforeDropDown, this, [this, v, label] { MakeCurrent(*v, label); });
+    return label;
+  };
+  if (bracket) {
+    v->Controls[rciFirst] = MakeText(parent);
+    auto* link = static_cast<TDropDownPopup*>(word(new TDropDownPopup(parent)));
+    connect(link, &TDropDownLabel::afterDropUp, this, [this, v](bool accepted) {
+      if (accepted) LinkTypeChosen(*v, false);
+    });
+    v->Controls[rciSecond] = link;
+    v->Controls[rciValue1] = MakeText(parent);
+    return view;
+  }
+  TDropDownList* field = appearance_->Has(aoPopupField)
+                             ? static_cast<TDropDownList*>(new TDropDownPopup(parent))
+                             : new TDropDownListBox(parent);
+  word(field);
+  connect(field, &TDropDownLabel::beforeDropDown, this, [this, field] { FillFieldList(*field); });
+  connect(field, &TDropDownLabel::afterDropUp, this, [this, v](bool accepted) {
+    if (accepted) FieldChosen(*v);
+  });
+  v->Controls[rciFirst] = field;
+  auto* op = static_cast<TDropDownPopup*>(word(new TDropDownPopup(parent)));
+  connect(op, &TDropDownLabel::beforeDropDown, this, [this, v, op] {
+    if (v->Row != nullptr) FillOperatorList(*op, static_cast<const TFilterCond&>(*v->Row));
+  });
+  connect(op, &TDropDownLabel::afterDropUp, this, [this, v](bool accepted) {
+    if (accepted) OperatorChosen(*v);
+  });
+  v->Controls[rciSecond] = op;
+  v->Controls[rciBetween] = MakeText(parent);
+  auto* andOr = static_cast<TDropDownPopup*>(word(new TDropDownPopup(parent)));
+  connect(andOr, &TDropDownLabel::afterDropUp, this, [this, v](bool accepted) {
+    if (accepted) LinkTypeChosen(*v, true);
+  });
+  v->Controls[rciAndOr] = andOr;
+  return view;
+}
+
+void TWQueryPanel::StyleLabel(QLabel& label, const QColor& color) const {
+  QPalette palette = label.palette();
+  palette.setColor(QPalette::WindowText, color);
+  label.setPalette(palette);
+}
+
+void TWQueryPanel::BindView(TRowView& view, TFilterRow& row) {
+  view.Row = &row;
+  const bool header = &row == &query_->Root();
+  TFilterBtn& button = *view.Button;
+  button.SetRow(&row);
+  if (header) {
+    button.SetAutoSize(false);
+    button.resize(TPanelMetrics::HeaderButtonSide, TPanelMetrics::HeaderButtonSide);
+    button.setAccessibleName(GetTitle(QStringLiteral("ttlAddCond")).remove(QLatin1Char('&')));
+  } else {
+    const std::string& path = row.RowID();
+    button.SetAutoSize(true);
+    button.SetCaption(ToQ(std::string_view(path).substr(0, path.empty() ? 0 : path.size() - 1)));
+    button.setAccessibleName(button.Caption());
+  }
+  button.SetFlat(appearance_->Has(aoFlatButtons));
+  button.SetRounded(appearance_->Has(aoRoundButtons));
+  button.show();
+  view.Check->setVisible(!header && appearance_->Has(aoShowCheckBoxes));
+  view.Check->setChecked(row.Enabled());
+  view.Check->resize(view.Check->sizeHint());
+
+  if (row.IsBracket())
+    BindBracket(view, static_cast<TFilterBracket&>(row));
+  else
+    BindCondition(view, static_cast<TFilterCond&>(row));
+
+  const QString sentence = RowSentence(view);
+  button.setAccessibleDescription(sentence);
+  view.Check->setAccessibleName(sentence);
+  for (QLabel* label : view.Controls)
+    if (label != nullptr) label->setAccessibleDescription(sentence);
+}
+
+void TWQueryPanel::BindBracket(TRowView& view, TFilterBracket& bracket) {
+  const bool header = &bracket == &query_->Root();
+  auto* link = static_cast<TDropDownPopup*>(view.Controls[rciSecond]);
+  if (header && appearance_->Style() == psAndOr) {  // the and/or words stand for the header's sentence
+    view.Controls[rciFirst]->hide();
+    link->hide();
+    view.Controls[rciValue1]->hide();
+    return;
+  }
+  ShowText(view.Controls[rciFirst], header ? headerLeft_ : bracketLeft_);
+  ShowText(view.Controls[rciValue1], header ? headerRight_ : bracketRight_);
+  link->ClearAll();
+  int value = 0;
+  for (const char* key : {"ttlAll", "ttlAny", "ttlNone", "ttlNotAll"})
+    link->AddItem({}, ToQ(query_->GetTitle(key)), QString::number(value++));
+  link->SetValue(QString::number(static_cast<int>(bracket.LinkType())));
+  StyleLabel(*link, Qt::blue);
+  link->setEnabled(bracket.Enabled());
+  link->show();
+}
+
+void TWQueryPanel::BindCondition(TRowView& view, TFilterCond& condition) {
+  const TDSField* field = condition.Field();
+  const TDSOperator* op = condition.Operator();
+  auto* fieldLabel = static_cast<TDropDownList*>(view.Controls[rciFirst]);
+  QString fieldCaption;
+  if (field != nullptr)
+    fieldCaption = ToQ(appearance_->Has(aoShowGroupName) ? field->GetCompoundName() : field->DisplayName());
+  fieldLabel->SetValue(field != nullptr ? QString::number(field->ID()) : QString());
+  fieldLabel->SetCaption(fieldCaption);
+  if (auto* popup = qobject_cast<TDropDownPopup*>(fieldLabel)) {
+    popup->SetItemLimit(maxPopupItemCount_);
+    popup->SetImages(images_);
+    popup->OnGetGroupImageIndex = OnGetGroupImageIndex;
+    popup->OnGetItemImageIndex = OnGetItemImageIndex;
+  }
+  StyleLabel(*fieldLabel, appearance_->FieldColor());
+  fieldLabel->setEnabled(condition.Enabled());
+  fieldLabel->show();
+
+  auto* opLabel = static_cast<TDropDownPopup*>(view.Controls[rciSecond]);
+  opLabel->setVisible(field != nullptr);
+  opLabel->SetValue(field != nullptr && op != nullptr ? QString::number(field->IndexOfOperator(op))
+                                                      : QString());
+  opLabel->SetCaption(op != nullptr ? ToQ(op->DisplayName()) : QString());
+  StyleLabel(*opLabel, appearance_->OperatorColor());
+  opLabel->setEnabled(condition.Enabled());
+
+  const int values = op != nullptr ? op->GetParamCount() : 0;
+  for (const int index : {1, 2}) {
+    if (index <= values)
+      BindValueLabel(view, condition, index);
+    else
+      view.Discard(ValueSlot(index));
+  }
+  QLabel* between = view.Controls[rciBetween];
+  if (values >= 2 && !op->ValFormat().empty())
+    ShowText(between, ToQ(op->ValFormat()));
+  else
+    between->hide();
+
+  // In psAndOr a condition is joined to the next row of its bracket by the
+  // bracket's word: "and" for all and not all, "or" for any and none.
+  auto* andOr = static_cast<TDropDownPopup*>(view.Controls[rciAndOr]);
+  const TFilterBracket* parent = condition.Parent();
+  if (appearance_->Style() != psAndOr || parent == nullptr ||
+      condition.Index() + 1 >= parent->GetRowCount()) {
+    andOr->hide();
+    return;
+  }
+  andOr->ClearAll();
+  andOr->AddItem({}, ToQ(query_->GetTitle("ttlAnd")), QStringLiteral("0"));
+  andOr->AddItem({}, ToQ(query_->GetTitle("ttlOr")), QStringLiteral("1"));
+  const bool isOr = parent->LinkType() == fltAny || parent->LinkType() == fltNone;
+  andOr->SetValue(isOr ? QStringLiteral("1") : QStringLiteral("0"));
+  StyleLabel(*andOr, appearance_->BoolOpColor());
+  andOr->setEnabled(condition.Enabled());
+  andOr->show();
+}
+
+void TWQueryPanel::BindValueLabel(TRowView& view, TFilterCond& condition, int index) {
+  const TDSField& field = *condition.Field();
+  const TDSTextEditor* text = field.TextEditor();
+  const TValueLabelChoice choice = ChooseValueLabel(
+      field.EditType(), text != nullptr ? text->EditKind() : tekSimple, condition.GetExprType(),
+      condition.Operator()->ValueType(), appearance_->Has(aoPopupValue));
+  const auto slot = static_cast<std::size_t>(ValueSlot(index));
+  auto* label = static_cast<TDropDownLabel*>(view.Controls[slot]);
+  if (label == nullptr || view.ValueKinds[static_cast<std::size_t>(index - 1)] != choice) {
+    view.Discard(ValueSlot(index));
+    view.ValueKinds[static_cast<std::size_t>(index - 1)] = choice;
+    label = MakeValueLabel(view, index);
+    view.Controls[slot] = label;
+  }
+
+  if (auto* edit = qobject_cast<TDropDownCustomEdit*>(label)) {
+    edit->SetValueType(static_cast<TDropDownCustomEdit::TValueType>(choice.TextType));
+    if (text != nullptr && field.EditType() == etEdit) {
+      edit->SetOption(1, text->GetOption(1));
+      edit->SetOption(2, text->GetOption(2));
+    }
+    if (auto* mask = qobject_cast<TDropDownMaskEdit*>(label); mask != nullptr && text != nullptr) {
+      mask->SetEditMask(ToQ(text->EditMask()));
+      mask->SetUseFormattedValue(text->FmtVal() != 0);
+    }
+  }
+  if (auto* list = qobject_cast<TDropDownList*>(label)) {
+    list->SetSortList(appearance_->Has(aoSortListData));
+    if (auto* popup = qobject_cast<TDropDownPopup*>(list)) popup->SetItemLimit(maxPopupItemCount_);
+    list->ClearAll();
+    if (TDSSQLEditor* sql = field.SQLEditor()) {
+      // The list comes from the database, with the values other conditions give.
+      sql->SetSQLParams(query_->ParamValues());
+      try {
+        sql->SetOpened(true);
+        label->setToolTip({});
+      } catch (const EWTessalyError& error) {
+        label->setToolTip(QString::fromUtf8(error.what()));
+      }
+    }
+    if (const TDSListEditor* items = field.ListEditor())
+      for (int i = 0; i < items->Items().Count(); ++i)
+        list->AddItem({}, ToQ(items->Items()[i]),
+                      i < items->Values().Count() ? ToQ(items->Values()[i]) : QString());
+  }
+
+  const bool isParam = condition.Param(index) != nullptr;
+  const QString value = ToQ(condition.Value(index));
+  const QString caption = ToQ(condition.GetCaption(index));
+  label->SetFixed(isParam);
+  if (choice.Kind == vlkSubQuery) {
+    label->SetCaption(ToQ(query_->GetTitle("ttlSubQueryCaption")));
+  } else if (isParam) {
+    label->SetValue(ToQ(condition.Param(index)->Value()));
+    label->SetCaption(caption);
+  } else {
+    label->SetValue(value);
+    const auto* list = qobject_cast<const TDropDownList*>(label);
+    const bool itemShown = list != nullptr && (list->ItemIndex() >= 0 || choice.Kind == vlkCheckList);
+    if (!itemShown) label->SetCaption(caption.isEmpty() ? value : caption);
+  }
+  label->setToolTip(label->toolTip().isEmpty() ? ToQ(condition.GetHint(index)) : label->toolTip());
+  StyleLabel(*label, appearance_->ValueColor());
+  label->setEnabled(condition.Enabled());
+  label->show();
+}
+
+TDropDownLabel* TWQueryPanel::MakeValueLabel(TRowView& view, int index) {
+  QWidget* parent = viewport();
+  TRowView* v = &view;
+  TDropDownLabel* label = nullptr;
+  switch (view.ValueKinds[static_cast<std::size_t>(index - 1)].Kind) {
+    case vlkSubQuery:
+      label = new TDropDownLabel(parent);
+      label->OnCustomDropDown = [this, v](TDropDownLabel&, QString&, bool& accept) {
+        accept = false;
+        if (v->Row != nullptr) RunSubQueryEditor(static_cast<TFilterCond&>(*v->Row));
+      };
+      break;
+    case vlkEdit: label = new TDropDownEdit(parent); break;
+    case vlkMaskEdit: label = new TDropDownMaskEdit(parent); break;
+    case vlkDate:
+    case vlkTime: {
+      auto* picker = new TDropDownDateTimeEdit(parent);
+      picker->SetKind(view.ValueKinds[static_cast<std::size_t>(index - 1)].Kind == vlkDate
+                          ? TDropDownDateTimeEdit::ekDate
+                          : TDropDownDateTimeEdit::ekTime);
+      label = picker;
+      break;
+    }
+    case vlkCheckList: label = new TDropDownCheckListBox(parent); break;
+    case vlkPopup: label = new TDropDownPopup(parent); break;
+    case vlkListBox: label = new TDropDownListBox(parent); break;
+    case vlkCustom:
+      label = new TDropDownLabel(parent);
+      label->OnCustomDropDown = [this, v](TDropDownLabel&, QString& value, bool& accept) {
+        if (v->Row != nullptr) CustomDropDownHandler(static_cast<TFilterCond&>(*v->Row), value, accept);
+      };
+      break;
+  }
+  label->hide();
+  if (auto* edit = qobject_cast<TDropDownCustomEdit*>(label)) {
+    edit->OnEditDblClick = [this, v, index](TDropDownLabel&, QString& value) {
+      if (OnValueDblClick && v->Row != nullptr)
+        OnValueDblClick(static_cast<TFilterCond&>(*v->Row), index, value);
+    };
+  }
+  label->BeforeDropUp = [this, v, index](TDropDownLabel&, QString& value, bool& accept) {
+    if (accept && OnChangeValue && v->Row != nullptr)
+      OnChangeValue(static_cast<TFilterCond&>(*v->Row), index, value);
+  };
+  connect(label, &TDropDownLabel::beforeDropDown, this, [this, v, label] { MakeCurrent(*v, label); });
+  connect(label, &TDropDownLabel::afterDropUp, this,
+          [this, v, index](bool accepted) { ValueChosen(*v, index, accepted); });
+  connect(label, &TDropDownLabel::altClicked, this, [this, v, index] { ValueAltClick(*v, index); });
+  connect(label, &TDropDownLabel::rightClicked, this, [this, v, index] { ValueRightClick(*v, index); });
+  return label;
+}
+
+void TWQueryPanel::FillFieldList(TDropDownLabel& label) const {
+  auto& list = static_cast<TDropDownList&>(label);
+  const QString caption = list.GetCaption();
+  list.ClearAll();
+  if (const TWCustomDBStructure* structure = query_->DbStruct()) {
+    for (int i = 0; i < structure->FieldCount(); ++i) {
+      const TDSField& field = *structure->Fields(i);
+      if (!field.UseInConditions() || field.OperatCount() == 0) continue;
+      list.AddItem(ToQ(field.GetGroupName()), ToQ(field.DisplayName()), QString::number(field.ID()));
+    }
+  }
+  list.SetCaption(caption);  // the caption keeps the condition's (group) name
+}
+
+void TWQueryPanel::FillOperatorList(TDropDownLabel& label, const TFilterCond& condition) const {
+  auto& list = static_cast<TDropDownList&>(label);
+  const QString caption = list.GetCaption();
+  list.ClearAll();
+  if (const TDSField* field = condition.Field())
+    for (int i = 0; i < field->OperatCount(); ++i)
+      list.AddItem({}, ToQ(field->Operators(i)->DisplayName()), QString::number(i));
+  list.SetCaption(caption);
+}
+
+QString TWQueryPanel::RowSentence(const TRowView& view) const {
+  QStringList words;
+  for (const QLabel* label : view.Controls) {
+    if (label == nullptr || label->isHidden()) continue;
+    const auto* word = qobject_cast<const TDropDownLabel*>(label);
+    // An empty word reads as nothing rather than as its underscores.
+    const QString text = word != nullptr && word->Value().isEmpty() && !word->Fixed() &&
+                                 qobject_cast<const TDropDownList*>(word) == nullptr
+                             ? QString()
+                             : label->text();
+    if (!text.trimmed().isEmpty() && text != QStringLiteral("_____")) words.append(text.trimmed());
+  }
+  return words.join(QLatin1Char(' '));
+}
+
+}  // namespace ts4
