@@ -179,6 +179,22 @@ void TWQueryPanel::EnsureRowVisible(const TFilterRow& row) {
     bar->setValue(bottom - viewport()->height());
 }
 
+TFilterBtn* TWQueryPanel::RowButton(const TFilterRow& row) const {
+  const detail::TRowView* view = ViewOf(&row);
+  return view != nullptr ? view->Button : nullptr;
+}
+
+TFlatCheckBox* TWQueryPanel::RowCheckBox(const TFilterRow& row) const {
+  const detail::TRowView* view = ViewOf(&row);
+  return view != nullptr ? view->Check : nullptr;
+}
+
+QLabel* TWQueryPanel::RowControl(const TFilterRow& row, int index) const {
+  const detail::TRowView* view = ViewOf(&row);
+  if (view == nullptr || index < 0 || index >= RowControlSlots) return nullptr;
+  return view->Controls[static_cast<std::size_t>(index)];
+}
+
 QRect TWQueryPanel::RowRect(const TFilterRow& row) const {
   const detail::TRowView* view = ViewOf(&row);
   if (view == nullptr) return {};

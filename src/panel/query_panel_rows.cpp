@@ -283,10 +283,14 @@ void TWQueryPanel::BindValueLabel(TRowView& view, TFilterCond& condition, int in
     label->SetValue(ToQ(condition.Param(index)->Value()));
     label->SetCaption(caption);
   } else {
+    // A list shows the text of the value's item; a custom value the caption
+    // the application gave it; an edit the value itself, which is what was
+    // typed (a caption stored earlier may be for another value).
     label->SetValue(value);
     const auto* list = qobject_cast<const TDropDownList*>(label);
     const bool itemShown = list != nullptr && (list->ItemIndex() >= 0 || choice.Kind == vlkCheckList);
-    if (!itemShown) label->SetCaption(caption.isEmpty() ? value : caption);
+    const bool captioned = list != nullptr || choice.Kind == vlkCustom;
+    if (!itemShown) label->SetCaption(captioned && !caption.isEmpty() ? caption : value);
   }
   label->setToolTip(label->toolTip().isEmpty() ? ToQ(condition.GetHint(index)) : label->toolTip());
   StyleLabel(*label, appearance_->ValueColor());

@@ -371,10 +371,17 @@ void TFilterCond::SetOperator(TDSOperator* op) {
 }
 
 void TFilterCond::SetValue(int index, std::string value) {
-  std::string& slot = values_[static_cast<std::size_t>(CheckedSlot(index))];
-  if (slot == value) return;
-  slot = std::move(value);
-  NotifyChanged({raValues});
+  const auto at = static_cast<std::size_t>(CheckedSlot(index));
+  if (values_[at] == value) return;
+  values_[at] = std::move(value);
+  // A caption is the text shown for one value: it does not describe another.
+  // (A parameter's caption stays: it describes the parameter, not the value.)
+  TRowAspects aspects{raValues};
+  if (!captions_[at].empty() && params_[at] == nullptr) {
+    captions_[at].clear();
+    aspects.Include(raCaptions);
+  }
+  NotifyChanged(aspects);
 }
 
 void TFilterCond::SetSubQuery(const TStrings& sql) {
@@ -432,7 +439,9 @@ TRowAspects TFilterCond::ClearValues() {
 void TFilterCond::UnbindParam(std::size_t slot) {
   TSQLParam* current = params_[slot];
   if (current == nullptr) return;
-  std::string kept = current->Value();
+  // The parameter's last value, when it got one; else the value the
+  // condition had before it became a parameter comes back.
+  std::string kept = current->Value().empty() ? values_[slot] : current->Value();
   params_[slot] = nullptr;
   Query().QResult().RemoveParameter(current);
   values_[slot] = kept;

@@ -185,7 +185,8 @@ class TFilterCond final : public TFilterRow {
   [[nodiscard]] const std::string& Value2() const { return values_[1]; }
   /// Value 1 for index 1, value 2 for any other index.
   [[nodiscard]] const std::string& Value(int index) const { return values_[Slot(index)]; }
-  /// Stores value 1 or 2; another index raises EWTessalyError.
+  /// Stores value 1 or 2, dropping the caption shown for the old value;
+  /// another index raises EWTessalyError.
   void SetValue(int index, std::string value);
   /// The same, as the value label reports an edit.
   void DoValueChange(int index, std::string value) { SetValue(index, std::move(value)); }
@@ -203,7 +204,8 @@ class TFilterCond final : public TFilterRow {
   [[nodiscard]] bool Value2IsParam() const { return params_[1] != nullptr; }
   /// Binds a parameter of the query to value 1 (its caption becomes
   /// ":Parameter"), or with null unbinds: the parameter is deleted and its
-  /// last value becomes value 1, so nothing typed is lost.
+  /// last value becomes value 1, so nothing typed is lost; a parameter that
+  /// never got a value gives back the value the condition had before.
   void SetParam1(TSQLParam* param) { SetParam(1, param); }
   void SetParam2(TSQLParam* param) { SetParam(2, param); }
   void SetParam(int index, TSQLParam* param);

@@ -87,5 +87,22 @@ TEST(QueryPanelGeometry, PlacesLinesAsDocumented) {
   EXPECT_EQ(PlaceAddRowLine({350, 27, 20, 16}, {100, 15}, TPanelSpacing{}, true), QRect(270, 48, 100, 15));
 }
 
+// The current row's band and the frame around its current word, painted
+// only with keyboard navigation on.
+TEST_F(QueryPanelTest, TheCurrentRowIsPaintedWithItsWordFramed) {
+  TFilterCond* cond = AddCond(Root(), 3);
+  panel_->Appearance()->SetActiveRowColor(Qt::yellow);
+  panel_->Appearance()->SetControlBorderColor(Qt::red);
+  panel_->SetCurrentRow(cond);
+  const QRect word = panel_->RowControl(*cond, rciFirst)->geometry();
+  const auto pixel = [&](QPoint at) { return panel_->viewport()->grab().toImage().pixelColor(at); };
+  EXPECT_EQ(pixel({1, word.center().y()}), QColor(Qt::yellow));
+  EXPECT_EQ(pixel(word.topLeft() - QPoint(2, 2)), QColor(Qt::red));
+  EXPECT_EQ(pixel(word.bottomRight() + QPoint(2, 2)), QColor(Qt::red));
+  TQPAppearanceOptions options = panel_->Appearance()->Options();
+  panel_->Appearance()->SetOptions(options.Exclude(aoAllowKeyboard));
+  EXPECT_EQ(pixel({1, word.center().y()}), panel_->viewport()->palette().color(QPalette::Window));
+}
+
 }  // namespace
 }  // namespace ts4test

@@ -1,0 +1,391 @@
+// The query panel as the end user meets it: the lines it shows, the keys,
+// the menus, the words, and the SQL that follows every gesture.
+#include <QLabel>
+#include <QScrollBar>
+#include <QTest>
+
+#include "foundation/error.h"
+#include "panel/dropdown_datetime.h"
+#include "panel/dropdown_edit.h"
+#include "panel/dropdown_listbox.h"
+#include "panel/dropdown_popup.h"
+#include "panel/popup_menu.h"
+#include "panel/query_panel_fixture.h"
+#include "panel/row_controls.h"
+#include "panel/value_label_kind.h"
+#include "query/sql_param.h"
+
+namespace ts4test {
+namespace {
+
+using namespace ts4;
+
+// ---- Lines ------------------------------------------------------------------------
+
+// Root: 1 condition, 2 bracket { 2.1 bracket { 2.1.1 condition } }, 3 condition.
+class PanelLinesTest : public QueryPanelTest {
+ protected:
+  void SetUp() override {
+    QueryPanelTest::SetUp();
+    first_ = AddCond(Root(), 3);
+    TFilterBracket* outer = Root().AddBracket();
+    inner_ = outer->AddBracket();
+    deep_ = AddCond(*inner_, 2);
+    last_ = AddCond(Root(), 1);
+  }
+  TFilterCond* first_ = nullptr;
+  TFilterBracket* inner_ = nullptr;
+  TFilterCond* deep_ = nullptr;
+  TFilterCond* last_ = nullptr;
+};
+
+TEST_F(PanelLinesTest, LinesStandAtTheirNumbersIndentedByDepth) {
+  ASSERT_EQ(panel_->RowButton(*first_)->height(), 16);
+  ASSERT_EQ(panel_->LineCount(), 6);
+  for (int line = 1; line < panel_->LineCount(); ++line) {
+    const TFilterRow& row = *panel_->GetRowByNum(line);
+    SCOPED_TRACE(row.RowID());
+    EXPECT_EQ(panel_->RowButton(row)->y(), 22 * line + 5);
+    EXPECT_EQ(panel_->RowButton(row)->x(), row.Level() * 20 + 5);
+    EXPECT_EQ(panel_->RowCheckBox(row)->x(), 5);
+    EXPECT_EQ(panel_->RowCheckBox(row)->y(), 22 * line + 5);
+  }
+  EXPECT_EQ(panel_->RowButton(Root())->geometry(), QRect(5, 5, 14, 14));
+  EXPECT_EQ(panel_->RowButton(*deep_)->Caption(), "2.1.1");
+  EXPECT_EQ(panel_->RowButton(*deep_)->x(), 3 * 20 + 5);
+  EXPECT_EQ(Word(Root(), rciFirst), "Choose records where ");
+  EXPECT_EQ(Word(Root(), rciSecond), "all");
+  EXPECT_EQ(Word(*inner_, rciValue1), " of the following apply");
+
+  // The add-row line under the last line, at its button's left.
+  const QLabel* addRow = panel_->AddRowLabel();
+  EXPECT_EQ(addRow->text(), "< Click here to add new condition >");
+  EXPECT_EQ(addRow->pos(), QPoint(25, 22 * 5 + 5 + 16 + 3 + 2));
+  TQPAppearanceOptions options = panel_->Appearance()->Options();
+  panel_->Appearance()->SetOptions(options.Exclude(aoShowAddRow));
+  EXPECT_TRUE(addRow->isHidden());
+
+  // Scrolled: everything moves up by the scroll position.
+  panel_->resize(400, 60);
+  panel_->verticalScrollBar()->setValue(30);
+  EXPECT_EQ(panel_->RowButton(*last_)->y(), 22 * 5 + 5 - 30);
+  EXPECT_GT(panel_->verticalScrollBar()->maximum(), 0) << "the scroll bar follows the lines' extent";
+}
+
+TEST_F(PanelLinesTest, AndOrStyleGivesBracketsNoLineAndJoinsRowsByTheirBracketsWord) {
+  auto& outer = static_cast<TFilterBracket&>(*Root().GetRow(1));
+  AddCond(outer, 4);
+  panel_->Appearance()->SetStyle(psAndOr);
+  EXPECT_EQ(first_->RowNum(), 1);
+  EXPECT_EQ(deep_->RowNum(), 2);
+  EXPECT_EQ(outer.GetRow(1)->RowNum(), 3);
+  EXPECT_EQ(last_->RowNum(), 4);
+  EXPECT_EQ(panel_->LineCount(), 5);
+  EXPECT_EQ(Word(*first_, rciAndOr), "and");
+  EXPECT_EQ(Word(*last_, rciAndOr), "") << "nothing follows the last row of a bracket";
+  EXPECT_EQ(panel_->RowControl(*first_, rciAndOr)->palette().color(QPalette::WindowText), QColor(Qt::black));
+
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*first_, rciAndOr)), "or");
+  EXPECT_EQ(Root().LinkType(), fltAny);
+  Root().SetLinkType(fltNotAll);
+  EXPECT_EQ(Word(*first_, rciAndOr), "and") << "not all joins by and";
+}
+
+TEST_F(PanelLinesTest, RightToLeftLinesRunLeftwardsFromTheRightEdge) {
+  panel_->setLayoutDirection(Qt::RightToLeft);
+  const int width = panel_->viewport()->width();
+  EXPECT_EQ(panel_->RowButton(Root())->geometry().right() + 1, width - 10);
+  const QRect button = panel_->RowButton(*deep_)->geometry();
+  EXPECT_EQ(button.right() + 1, width - 65 - 5);
+  EXPECT_LT(panel_->RowControl(*deep_, rciFirst)->geometry().right(), button.left());
+  EXPECT_EQ(panel_->RowCheckBox(*deep_)->x(), width - 5 - panel_->RowCheckBox(*deep_)->width() - 5);
+}
+
+TEST_F(PanelLinesTest, OnlyLinesNearTheViewHaveWidgetsAndTheCurrentRowCanBeAnywhere) {
+  panel_->BeginUpdate();
+  for (int i = 0; i < 2000; ++i) AddCond(Root(), 3)->SetValue(1, "City " + std::to_string(i));
+  panel_->EndUpdate();
+  const TFilterRow& far = *panel_->GetRowByNum(1500);
+  EXPECT_EQ(panel_->RowButton(far), nullptr);
+  panel_->SetCurrentRowNum(1500);
+  ASSERT_NE(panel_->RowButton(far), nullptr) << "the current row is scrolled into view";
+  QTest::keyClick(panel_.get(), Qt::Key_Down);
+  EXPECT_EQ(panel_->GetCurrentRowNum(), 1501);
+  const TFilterRow& next = *panel_->GetRowByNum(1501);
+  EXPECT_EQ(Word(next, rciValue1), "City 1495");
+  const int top = panel_->RowButton(next)->y();
+  EXPECT_EQ(top, 22 * 1501 + 5 - panel_->verticalScrollBar()->value());
+  EXPECT_TRUE(panel_->viewport()->rect().contains(panel_->RowButton(next)->geometry()));
+}
+
+// ---- Keys ---------------------------------------------------------------------------
+
+struct KeyCase {
+  const char* name;
+  int line, control;  // where the current row and word are first
+  Qt::Key key;
+  Qt::KeyboardModifiers modifiers;
+  int wantLine, wantControl, wantRootRows;
+};
+
+TEST_F(PanelLinesTest, KeysMoveInsertAndDelete) {
+  const KeyCase cases[] = {
+      {"down", 1, rciFirst, Qt::Key_Down, {}, 2, rciSecond, 3},
+      {"up from the header stays", 0, rciSecond, Qt::Key_Up, {}, 0, rciSecond, 3},
+      {"down from the last line stays", 5, rciFirst, Qt::Key_Down, {}, 5, rciFirst, 3},
+      {"right", 1, rciFirst, Qt::Key_Right, {}, 1, rciSecond, 3},
+      {"right on the last word stays", 1, rciValue1, Qt::Key_Right, {}, 1, rciValue1, 3},
+      {"left", 1, rciValue1, Qt::Key_Left, {}, 1, rciSecond, 3},
+      {"left from the first word stays", 1, rciFirst, Qt::Key_Left, {}, 1, rciFirst, 3},
+      {"right skips the bracket's plain text", 2, rciSecond, Qt::Key_Right, {}, 2, rciSecond, 3},
+      {"insert on the header adds at the end", 0, rciSecond, Qt::Key_Insert, {}, 6, rciFirst, 4},
+      {"ctrl+delete", 1, rciFirst, Qt::Key_Delete, Qt::ControlModifier, 1, rciSecond, 2},
+      {"ctrl+delete on the header does nothing", 0, rciSecond, Qt::Key_Delete, Qt::ControlModifier, 0,
+       rciSecond, 3},
+      {"delete without ctrl does nothing", 1, rciFirst, Qt::Key_Delete, {}, 1, rciFirst, 3},
+      {"down with shift does nothing", 1, rciFirst, Qt::Key_Down, Qt::ShiftModifier, 1, rciFirst, 3},
+  };
+  for (const KeyCase& c : cases) {
+    SCOPED_TRACE(c.name);
+    SetUp();
+    panel_->SetCurrentRowNum(c.line);
+    while (panel_->CurrentControlIndex(*panel_->GetCurrentRow()) < c.control) panel_->NextCurControl();
+    QTest::keyClick(panel_.get(), c.key, c.modifiers);
+    EXPECT_EQ(panel_->GetCurrentRowNum(), c.wantLine);
+    EXPECT_EQ(panel_->CurrentControlIndex(*panel_->GetCurrentRow()), c.wantControl);
+    EXPECT_EQ(Root().GetRowCount(), c.wantRootRows);
+  }
+}
+
+TEST_F(PanelLinesTest, EnterOpensTheCurrentWordAndAltInsertAddsABracketWithACondition) {
+  panel_->SetCurrentRowNum(1);
+  QTest::keyClick(panel_.get(), Qt::Key_Return);
+  auto* field = qobject_cast<TDropDownLabel*>(panel_->GetCurrentControl());
+  ASSERT_NE(field, nullptr);
+  EXPECT_TRUE(field->Dropped());
+  field->DropUp(false);
+
+  QTest::keyClick(panel_.get(), Qt::Key_Insert, Qt::AltModifier);
+  ASSERT_EQ(Root().GetRowCount(), 4);
+  const auto& added = static_cast<const TFilterBracket&>(*Root().GetRow(3));
+  ASSERT_EQ(added.GetRowCount(), 1);
+  EXPECT_EQ(panel_->GetCurrentRow(), added.GetRow(0));
+
+  // Keys do nothing while the query is inactive or without keyboard navigation.
+  panel_->Deactivate();
+  QTest::keyClick(panel_.get(), Qt::Key_Up);
+  EXPECT_EQ(panel_->GetCurrentRow(), added.GetRow(0));
+}
+
+TEST_F(PanelLinesTest, DeletingTheOnlyRowOfABracketTakesTheBracketAndRenumbers) {
+  panel_->SetCurrentRow(deep_);
+  QTest::keyClick(panel_.get(), Qt::Key_Delete, Qt::ControlModifier);
+  ASSERT_EQ(Root().GetRowCount(), 2) << "the empty brackets went with it";
+  EXPECT_EQ(panel_->LineCount(), 3);
+  EXPECT_EQ(panel_->RowButton(*last_)->Caption(), "2");
+  EXPECT_EQ(panel_->RowButton(*last_)->y(), 22 * 2 + 5);
+  EXPECT_EQ(panel_->GetCurrentRow(), last_)
+      << "moved onto the line that took its place... or up from the end";
+}
+
+// ---- Menus ---------------------------------------------------------------------------
+
+QList<int> Tags(const QMenu& menu) {
+  QList<int> tags;
+  for (const QAction* action : menu.actions())
+    if (action->isVisible()) tags.append(action->isSeparator() ? 0 : action->data().toInt());
+  return tags;
+}
+
+TEST_F(PanelLinesTest, MenusCarryTheirTagsAndCaptions) {
+  EXPECT_EQ(Tags(*panel_->PanelMenu()), (QList<int>{2, 1}));
+  EXPECT_EQ(Tags(*panel_->RowMenu()), (QList<int>{2, 1, 3, 0, 4}));
+  EXPECT_EQ(Tags(*panel_->ValueMenu()), (QList<int>{1, 2}));
+  EXPECT_EQ(panel_->RowMenu()->actions()[2]->text(), "&Delete Current Row");
+  panel_->SetTitle("ttlDelRow", "&Remove");
+  EXPECT_EQ(panel_->RowMenu()->actions()[2]->text(), "&Remove");
+
+  TQPAppearanceOptions options = panel_->Appearance()->Options();
+  panel_->Appearance()->SetOptions(options.Exclude(aoAllowParams));
+  panel_->SetCurrentRow(first_);
+  panel_->VPopup();
+  EXPECT_EQ(Tags(*panel_->ValueMenu()), (QList<int>{1}));
+}
+
+TEST_F(PanelLinesTest, RowMenuActsOnTheRowOfItsButtonAndThePanelMenuNeedsFields) {
+  panel_->RowButtonClick(*panel_->RowButton(*first_));
+  EXPECT_TRUE(panel_->RowMenu()->isVisible() || panel_->RowMenu()->PopupWidget() != nullptr);
+  panel_->SetCurrentRow(last_);  // the keyboard moves on; the menu still belongs to row 1
+  panel_->MenuItemClick(TWQueryPanel::mtDelRow);
+  EXPECT_EQ(Root().GetRow(0)->RowID(), "1.");
+  EXPECT_TRUE(Root().GetRow(0)->IsBracket());
+
+  panel_->MenuItemClick(TWQueryPanel::mtEnableDisable);
+  EXPECT_FALSE(last_->Enabled());
+  EXPECT_FALSE(panel_->RowCheckBox(*last_)->isChecked());
+  panel_->MenuItemClick(TWQueryPanel::mtAddCond);
+  EXPECT_EQ(Root().GetRowCount(), 3);
+
+  TWDBStructure empty;
+  panel_->SetDbStruct(&empty);
+  panel_->MainButtonClick();
+  EXPECT_FALSE(panel_->PanelMenu()->isVisible());
+  EXPECT_EQ(panel_->PanelMenu()->PopupWidget(), nullptr);
+}
+
+// ---- Values and parameters ----------------------------------------------------------------
+
+TEST(ValueLabelChoice, FollowsEditTypeDataTypeAndOperator) {
+  using enum TOpValueType;
+  struct Case {
+    TDSEditType edit;
+    TTextEditKind text;
+    TFieldType type;
+    TOpValueType op;
+    bool popup;
+    TValueLabelChoice want;
+  } const cases[] = {
+      {etAuto, tekSimple, ftInteger, vtSubQuery, true, {vlkSubQuery}},
+      {etAuto, tekSimple, ftLargeint, vtScalar, true, {vlkEdit, vttInteger}},
+      {etAuto, tekSimple, ftCurrency, vtScalar, true, {vlkEdit, vttFloat}},
+      {etAuto, tekSimple, ftDateTime, vtScalar, true, {vlkDate}},
+      {etAuto, tekSimple, ftTime, vtScalar, true, {vlkTime}},
+      {etAuto, tekSimple, ftMemo, vtScalar, true, {vlkEdit, vttString}},
+      {etEdit, tekSimple, ftTime, vtScalar, true, {vlkEdit, vttString}},
+      {etEdit, tekSimple, ftSmallint, vtScalar, true, {vlkEdit, vttInteger}},
+      {etEdit, tekMask, ftString, vtScalar, true, {vlkMaskEdit}},
+      {etEdit, tekTime, ftString, vtScalar, true, {vlkTime}},
+      {etList, tekSimple, ftString, vtList, true, {vlkCheckList}},
+      {etSQL, tekSimple, ftString, vtScalar, true, {vlkPopup}},
+      {etList, tekSimple, ftString, vtScalar, false, {vlkListBox}},
+      {etCustom, tekSimple, ftString, vtScalar, true, {vlkCustom}},
+  };
+  for (const Case& c : cases)
+    EXPECT_EQ(ChooseValueLabel(c.edit, c.text, c.type, c.op, c.popup), c.want)
+        << static_cast<int>(c.edit) << " " << static_cast<int>(c.type);
+}
+
+TEST_F(QueryPanelTest, ValuesGetTheEditorsTheirFieldsAsk) {
+  TFilterCond* date = AddCond(Root(), 7);     // Order date: a date editor
+  TFilterCond* country = AddCond(Root(), 4);  // a list
+  TFilterCond* inList = AddCond(Root(), 4, "InList");
+  TFilterCond* between = AddCond(Root(), 5, "Between");
+  EXPECT_NE(qobject_cast<TDropDownDateTimeEdit*>(panel_->RowControl(*date, rciValue1)), nullptr);
+  EXPECT_NE(qobject_cast<TDropDownPopup*>(panel_->RowControl(*country, rciValue1)), nullptr);
+  EXPECT_NE(qobject_cast<TDropDownCheckListBox*>(panel_->RowControl(*inList, rciValue1)), nullptr);
+  EXPECT_EQ(qobject_cast<TDropDownEdit*>(panel_->RowControl(*between, rciValue2))->ValueType(),
+            TDropDownCustomEdit::vtFloat);
+  EXPECT_EQ(Word(*between, rciBetween), "and");
+  EXPECT_EQ(Word(*date, rciValue2), "");
+  // Another operator makes the value's editor again.
+  between->SetOperator(structure_->OperatorByName("InList"));
+  EXPECT_EQ(Word(*between, rciBetween), "");
+  EXPECT_EQ(panel_->RowControl(*between, rciValue2), nullptr);
+}
+
+TEST_F(QueryPanelTest, EveryGestureLandsInTheQueryAndTheSQLFollows) {
+  TFilterCond* cond = panel_->InsertCondition(Root());
+  EXPECT_EQ(Word(*cond, rciFirst), "_____");
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciFirst)), "City");
+  EXPECT_EQ(cond->Field(), structure_->FieldByID(3));
+  EXPECT_EQ(Word(*cond, rciSecond), "is equal to") << "a field comes with its first operator";
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciSecond)), "starts with");
+  Type(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciValue1)), "Par");
+  EXPECT_EQ(cond->Value1(), "Par");
+  EXPECT_NE(panel_->GetQueryText().indexOf("C.CITY like 'Par%'"), -1) << panel_->GetQueryText().toStdString();
+  EXPECT_EQ(panel_->RowButton(*cond)->accessibleDescription(), "City starts with Par");
+
+  TFilterCond* country = AddCond(Root(), 4);
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*country, rciValue1)), "Germany");
+  EXPECT_EQ(country->Value1(), "DE");
+  EXPECT_EQ(country->GetCaption(1), "Germany");
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(Root(), rciSecond)), "any");
+  EXPECT_NE(panel_->GetQueryText().indexOf("C.COUNTRY = 'DE'"), -1);
+  EXPECT_NE(panel_->GetQueryText().indexOf("'Par%' OR"), -1) << panel_->GetQueryText().toStdString();
+
+  panel_->RowCheckBox(*country)->click();
+  EXPECT_FALSE(country->Enabled());
+  EXPECT_EQ(panel_->GetQueryText().indexOf("COUNTRY"), -1);
+
+  // A program changing the query shows at once.
+  cond->SetValue(1, "Lyon");
+  EXPECT_EQ(Word(*cond, rciValue1), "Lyon");
+  EXPECT_EQ(panel_->RowButton(*cond)->accessibleDescription(), "City starts with Lyon");
+}
+
+TEST_F(QueryPanelTest, ValuesBecomeParametersByMenuAndByCtrlClickAndComeBack) {
+  TFilterCond* cond = AddCond(Root(), 3);
+  cond->SetValue(1, "Paris");
+  auto* value = static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciValue1));
+  QTest::mouseClick(value, Qt::RightButton);
+  EXPECT_EQ(panel_->GetCurrentControl(), value);
+  panel_->ValueMenu()->hide();
+  panel_->ValueMenuItemClick(TWQueryPanel::vmtParameter);
+  ASSERT_TRUE(cond->Value1IsParam());
+  EXPECT_EQ(Word(*cond, rciValue1), ":Parameter");
+  EXPECT_TRUE(value->Fixed());
+  EXPECT_NE(panel_->GetQueryText().indexOf(":Param"), -1);
+  panel_->VPopup();
+  EXPECT_TRUE(panel_->ValueMenu()->actions()[1]->isChecked());
+
+  panel_->ValueMenuItemClick(TWQueryPanel::vmtConstant);
+  EXPECT_FALSE(cond->Value1IsParam());
+  EXPECT_EQ(Word(*cond, rciValue1), "Paris") << "the stored value comes back";
+  EXPECT_FALSE(value->Fixed());
+
+  QTest::mouseClick(value, Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_TRUE(cond->Value1IsParam());
+  cond->SetValue1IsParam(false);
+  TQPAppearanceOptions options = panel_->Appearance()->Options();
+  panel_->Appearance()->SetOptions(options.Exclude(aoAllowParams));
+  value = static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciValue1));
+  QTest::mouseClick(value, Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_FALSE(cond->Value1IsParam());
+}
+
+TEST_F(QueryPanelTest, CustomValuesAskTheApplication) {
+  TFilterCond* cond = AddCond(Root(), 3);
+  bool accepted = true;
+  QString value = QStringLiteral("x");
+  panel_->CustomDropDownHandler(*cond, value, accepted);
+  EXPECT_TRUE(accepted) << "untouched without handlers";
+  panel_->OnCustomEdit = [](TDSField* field, QString& v) {
+    v += QString::fromStdString(field->DisplayName());
+  };
+  panel_->OnCustomValue = [](TFilterCond&, QString& v) { v += QStringLiteral("!"); };
+  panel_->CustomDropDownHandler(*cond, value, accepted);
+  EXPECT_EQ(value, "xCity!");
+  EXPECT_TRUE(accepted);
+  panel_->OnCustomEdit = nullptr;
+  panel_->OnCustomValue = [](TFilterCond&, QString&) {};
+  panel_->CustomDropDownHandler(*cond, value, accepted);
+  EXPECT_FALSE(accepted) << "the value did not change";
+}
+
+// ---- Captions ------------------------------------------------------------------------------
+
+TEST_F(QueryPanelTest, SentencesWithoutTheirAtAreRefusedAndTheCaptionsStay) {
+  const QStringList before = panel_->Titles();
+  try {
+    panel_->SetTitle("ttlFilter", "Choose records");
+    FAIL();
+  } catch (const EWQueryPanelError& error) {
+    EXPECT_EQ(error.ErrorCode(), 4);
+    EXPECT_STREQ(error.what(), "Invalid filter title");
+  }
+  try {
+    panel_->SetTitles({"[Query Panel]", "ttlBracket=of the following"});
+    FAIL();
+  } catch (const EWQueryPanelError& error) {
+    EXPECT_EQ(error.ErrorCode(), 5);
+    EXPECT_STREQ(error.what(), "Invalid string format");
+  }
+  EXPECT_EQ(panel_->Titles(), before);
+  panel_->SetTitles({"[Query Panel]", "ttlFilter=Show rows where @ hold", "ttlAll=all of these"});
+  EXPECT_EQ(Word(Root(), rciFirst), "Show rows where ");
+  EXPECT_EQ(Word(Root(), rciSecond), "all of these");
+  EXPECT_EQ(Word(Root(), rciValue1), " hold");
+}
+
+}  // namespace
+}  // namespace ts4test
