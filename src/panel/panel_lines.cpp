@@ -46,3 +46,13 @@ TFilterRow* TPanelLines::LastRow(const TFilterBracket& root) const {
 }
 
 }  // namespace ts4::detail
+
+namespace ts4 {
+
+const TFilterBracket* JoiningBracket(const TFilterRow& row) {
+  for (const TFilterRow* inner = &row; inner->Parent() != nullptr; inner = inner->Parent())
+    if (inner->Index() + 1 < inner->Parent()->GetRowCount()) return inner->Parent();
+  return nullptr;
+}
+
+}  // namespace ts4

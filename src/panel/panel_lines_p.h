@@ -34,3 +34,10 @@ class TPanelLines {
 };
 
 }  // namespace ts4::detail
+
+namespace ts4 {
+/// The bracket whose link joins the row to the line after it: its own when
+/// a row of it follows, else the nearest enclosing one with a row after;
+/// null for the last row.
+[[nodiscard]] const TFilterBracket* JoiningBracket(const TFilterRow& row);
+}  // namespace ts4

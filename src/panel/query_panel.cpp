@@ -299,8 +299,12 @@ void TWQueryPanel::RowsMoved(const TFilterBracket&, int, int, const TFilterBrack
 }
 
 void TWQueryPanel::RowsRenumbered(const TFilterBracket&, int) {
-  RebindAll();
-  Relayout();
+  // The lines are as they were; the paths on the buttons are new.
+  for (const auto& [row, view] : views_) {
+    BindButton(*view, *view->Row);
+    PlaceView(*view);
+  }
+  PlaceAddRow();
 }
 
 void TWQueryPanel::RowChanged(const TFilterRow& row, TRowAspects aspects) {

@@ -305,9 +305,9 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   // Layout (query_panel_layout.cpp).
   /// Numbers the lines again and lays out what is in view.
   void Relayout();
-  /// Makes views for the lines in or near the viewport, lets the others go,
-  /// and places them.
-  void UpdateViews();
+  /// Makes views for the lines in or near the viewport and lets the others
+  /// go; places them all, or only the new ones (the others moved with a scroll).
+  void UpdateViews(bool placeAll = true);
   void PlaceView(detail::TRowView& view);
   void PlaceAddRow();
   void UpdateScrollBars();
@@ -322,6 +322,8 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   // Views of rows (query_panel_rows.cpp).
   [[nodiscard]] std::unique_ptr<detail::TRowView> TakeView(bool bracket);
   void BindView(detail::TRowView& view, TFilterRow& row);
+  /// The row's button: its path, look and accessible name.
+  void BindButton(detail::TRowView& view, TFilterRow& row);
   void BindBracket(detail::TRowView& view, TFilterBracket& bracket);
   void BindCondition(detail::TRowView& view, TFilterCond& condition);
   void BindValueLabel(detail::TRowView& view, TFilterCond& condition, int index);

@@ -68,7 +68,7 @@ void TWQueryPanel::Relayout() {
   UpdateViews();
 }
 
-void TWQueryPanel::UpdateViews() {
+void TWQueryPanel::UpdateViews(bool placeAll) {
   if (layingOut_ || lines_->Count() == 0) return;
   layingOut_ = true;
   const int pitch = LinePitch();
@@ -85,6 +85,7 @@ void TWQueryPanel::UpdateViews() {
     if (!inWindow && !view->HasOpenEditor()) leaving.push_back(row);
   }
   for (const TFilterRow* row : leaving) ReleaseView(row);
+  std::vector<detail::TRowView*> fresh;
   for (int line = first; line <= last; ++line) {
     TFilterRow* row = lines_->RowAt(line);
     if (views_.contains(row)) continue;
@@ -92,12 +93,17 @@ void TWQueryPanel::UpdateViews() {
     detail::TRowView& bound = *view;
     views_.emplace(row, std::move(view));
     BindView(bound, *row);
+    fresh.push_back(&bound);
   }
-  for (const auto& [row, view] : views_) PlaceView(*view);
+  if (placeAll) {
+    for (const auto& [row, view] : views_) PlaceView(*view);
+  } else {
+    for (detail::TRowView* view : fresh) PlaceView(*view);
+  }
   PlaceAddRow();
   layingOut_ = false;
   UpdateScrollBars();
-  viewport()->update();
+  if (placeAll) viewport()->update();
 }
 
 void TWQueryPanel::PlaceView(detail::TRowView& view) {
@@ -204,8 +210,15 @@ QRect TWQueryPanel::RowRect(const TFilterRow& row) const {
   return rect;
 }
 
-void TWQueryPanel::scrollContentsBy(int /*dx*/, int /*dy*/) {
-  UpdateViews();
+void TWQueryPanel::scrollContentsBy(int dx, int dy) {
+  // Scrolling up or down moves what is drawn and the widgets with it, so
+  // only the lines that come into view need placing.
+  if (dx == 0 && !layingOut_) {
+    viewport()->scroll(0, dy);
+    UpdateViews(false);
+    return;
+  }
+  UpdateViews(true);
 }
 
 void TWQueryPanel::resizeEvent(QResizeEvent* event) {

@@ -8,6 +8,7 @@
 #include "panel/dropdown_edit.h"
 #include "panel/dropdown_listbox.h"
 #include "panel/dropdown_popup.h"
+#include "panel/panel_lines_p.h"
 #include "panel/qt_strings_p.h"
 #include "panel/query_panel.h"
 #include "panel/row_controls.h"
@@ -113,8 +114,7 @@ void TWQueryPanel::StyleLabel(QLabel& label, const QColor& color) const {
   label.setPalette(palette);
 }
 
-void TWQueryPanel::BindView(TRowView& view, TFilterRow& row) {
-  view.Row = &row;
+void TWQueryPanel::BindButton(TRowView& view, TFilterRow& row) {
   const bool header = &row == &query_->Root();
   TFilterBtn& button = *view.Button;
   button.SetRow(&row);
@@ -131,6 +131,13 @@ void TWQueryPanel::BindView(TRowView& view, TFilterRow& row) {
   button.SetFlat(appearance_->Has(aoFlatButtons));
   button.SetRounded(appearance_->Has(aoRoundButtons));
   button.show();
+}
+
+void TWQueryPanel::BindView(TRowView& view, TFilterRow& row) {
+  view.Row = &row;
+  const bool header = &row == &query_->Root();
+  BindButton(view, row);
+  TFilterBtn& button = *view.Button;
   view.Check->setVisible(!header && appearance_->Has(aoShowCheckBoxes));
   view.Check->setChecked(row.Enabled());
   view.Check->resize(view.Check->sizeHint());
@@ -150,8 +157,9 @@ void TWQueryPanel::BindView(TRowView& view, TFilterRow& row) {
 void TWQueryPanel::BindBracket(TRowView& view, TFilterBracket& bracket) {
   const bool header = &bracket == &query_->Root();
   auto* link = static_cast<TDropDownPopup*>(view.Controls[rciSecond]);
-  if (header && appearance_->Style() == psAndOr) {  // the and/or words stand for the header's sentence
-    view.Controls[rciFirst]->hide();
+  if (header && appearance_->Style() == psAndOr) {
+    // The and/or words stand for the link word: the sentence only leads in.
+    ShowText(view.Controls[rciFirst], headerLeft_.trimmed());
     link->hide();
     view.Controls[rciValue1]->hide();
     return;
@@ -208,12 +216,11 @@ void TWQueryPanel::BindCondition(TRowView& view, TFilterCond& condition) {
   else
     between->hide();
 
-  // In psAndOr a condition is joined to the next row of its bracket by the
-  // bracket's word: "and" for all and not all, "or" for any and none.
+  // In psAndOr a condition is joined to the line after it by the word of
+  // the bracket that joins them: "and" for all and not all, "or" for any and none.
   auto* andOr = static_cast<TDropDownPopup*>(view.Controls[rciAndOr]);
-  const TFilterBracket* parent = condition.Parent();
-  if (appearance_->Style() != psAndOr || parent == nullptr ||
-      condition.Index() + 1 >= parent->GetRowCount()) {
+  const TFilterBracket* parent = appearance_->Style() == psAndOr ? JoiningBracket(condition) : nullptr;
+  if (parent == nullptr) {
     andOr->hide();
     return;
   }

@@ -5,6 +5,7 @@
 #include <QLabel>
 
 #include "panel/dropdown_list.h"
+#include "panel/panel_lines_p.h"
 #include "panel/popup_menu.h"
 #include "panel/qt_strings_p.h"
 #include "panel/query_panel.h"
@@ -65,7 +66,9 @@ void TWQueryPanel::LinkTypeChosen(TRowView& view, bool andOrWord) {
     return;
   }
   // "and" or "or" keeps the bracket's negation.
-  TFilterBracket& bracket = *view.Row->Parent();
+  const TFilterBracket* joining = JoiningBracket(*view.Row);
+  if (joining == nullptr) return;
+  auto& bracket = const_cast<TFilterBracket&>(*joining);
   const bool negated = bracket.LinkType() == fltNone || bracket.LinkType() == fltNotAll;
   if (value == 1)
     bracket.SetLinkType(negated ? fltNone : fltAny);

@@ -87,6 +87,10 @@ TEST_F(PanelLinesTest, AndOrStyleGivesBracketsNoLineAndJoinsRowsByTheirBracketsW
 
   Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*first_, rciAndOr)), "or");
   EXPECT_EQ(Root().LinkType(), fltAny);
+  EXPECT_EQ(Word(*outer.GetRow(1), rciAndOr), "or")
+      << "the last row of a bracket is joined by the one around it";
+  EXPECT_EQ(Word(*deep_, rciAndOr), "and");
+  EXPECT_EQ(Word(Root(), rciFirst), "Choose records where");
   Root().SetLinkType(fltNotAll);
   EXPECT_EQ(Word(*first_, rciAndOr), "and") << "not all joins by and";
 }
