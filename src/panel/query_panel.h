@@ -284,6 +284,8 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   void scrollContentsBy(int dx, int dy) override;
   bool viewportEvent(QEvent* event) override;
   void changeEvent(QEvent* event) override;
+  /// Tab moves through the words of the lines in order, then out of the panel.
+  bool focusNextPrevChild(bool next) override;
 
  private:
   friend struct detail::TRowView;

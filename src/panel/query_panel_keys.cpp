@@ -1,5 +1,6 @@
 // The current row and its current word, the keyboard, and the three menus.
 #include <QActionGroup>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
 
@@ -232,6 +233,53 @@ void TWQueryPanel::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Down: IncRow(); break;
     default: break;
   }
+}
+
+// ---- Tab between the words ------------------------------------------------------------
+
+bool TWQueryPanel::focusNextPrevChild(bool next) {
+  // Where the focus is: a word of a line, else the current word.
+  const QWidget* focus = QApplication::focusWidget();
+  int line = GetCurrentRowNum();
+  int index = currentRow_ != nullptr ? CurrentControlIndex(*currentRow_) : rciNone;
+  bool onWord = false;
+  for (const auto& [row, view] : views_) {
+    for (int i = 1; i < RowControlSlots && !onWord; ++i) {
+      if (view->Controls[static_cast<std::size_t>(i)] != focus || focus == nullptr) continue;
+      line = row->RowNum();
+      index = i;
+      onWord = true;
+    }
+  }
+  if (!onWord && focus != this) return QAbstractScrollArea::focusNextPrevChild(next);
+  if (!onWord) {  // from the panel itself onto the current word, or the first one
+    if (line < 0) line = 0;
+    index = next ? rciNone : RowControlSlots;
+  }
+  for (; line >= 0 && line < lines_->Count();
+       line += next ? 1 : -1, index = next ? rciNone : RowControlSlots) {
+    TFilterRow* row = lines_->RowAt(line);
+    EnsureRowVisible(*row);
+    detail::TRowView* view = ViewOf(row);
+    if (view == nullptr) continue;
+    for (index += next ? 1 : -1; index > rciNone && index < RowControlSlots; index += next ? 1 : -1) {
+      QLabel* word = view->Controls[static_cast<std::size_t>(index)];
+      if (!CanBeCurrent(word, true) || !word->isEnabled()) continue;
+      MakeCurrent(*view, word);
+      word->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+      return true;
+    }
+  }
+  // Past the last word (or before the first): on to what follows the panel.
+  for (QWidget* other = next ? nextInFocusChain() : previousInFocusChain(); other != this;
+       other = next ? other->nextInFocusChain() : other->previousInFocusChain()) {
+    if (isAncestorOf(other) || !(other->focusPolicy() & Qt::TabFocus) || !other->isVisible() ||
+        !other->isEnabled())
+      continue;
+    other->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+  }
+  return false;
 }
 
 // ---- Menus --------------------------------------------------------------------------------

@@ -1,8 +1,13 @@
 // The query panel as the end user meets it: the lines it shows, the keys,
 // the menus, the words, and the SQL that follows every gesture.
+#include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include "foundation/error.h"
 #include "panel/dropdown_datetime.h"
@@ -14,6 +19,7 @@
 #include "panel/row_controls.h"
 #include "panel/value_label_kind.h"
 #include "query/sql_param.h"
+#include "structure/db_info.h"
 
 namespace ts4test {
 namespace {
@@ -364,6 +370,85 @@ TEST_F(QueryPanelTest, CustomValuesAskTheApplication) {
   panel_->OnCustomValue = [](TFilterCond&, QString&) {};
   panel_->CustomDropDownHandler(*cond, value, accepted);
   EXPECT_FALSE(accepted) << "the value did not change";
+}
+
+TEST_F(QueryPanelTest, TheApplicationHearsOfEditsAndMayChangeThem) {
+  TFilterCond* cond = AddCond(Root(), 3);
+  QSignalSpy changes(panel_.get(), &TWQueryPanel::OnChange);
+  QSignalSpy conditions(panel_.get(), &TWQueryPanel::OnConditionChange);
+  QSignalSpy params(panel_.get(), &TWQueryPanel::OnParamListChange);
+  panel_->OnChangeValue = [](TFilterCond&, int index, QString& value) {
+    value = value.toUpper() + QString::number(index);
+  };
+  panel_->OnSetValue = [](TFilterCond&, int, QString& caption) {
+    caption = QStringLiteral("<") + caption + QStringLiteral(">");
+  };
+  Type(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciValue1)), QStringLiteral("paris"));
+  EXPECT_EQ(cond->Value1(), "PARIS1");
+  EXPECT_EQ(cond->GetCaption(1), "<PARIS1>");
+  EXPECT_EQ(changes.count(), 1) << "one edit, one change";
+  ASSERT_EQ(conditions.count(), 1);
+  EXPECT_EQ(conditions.at(0).at(0).value<TFilterCond*>(), cond);
+  cond->SetValue1IsParam(true);
+  EXPECT_EQ(params.count(), 1);
+}
+
+TEST_F(QueryPanelTest, SQLListsAreFilledThroughTheStructuresProvider) {
+  struct Provider : TWDBInfo {
+    std::string asked;
+    void GetSQLValues(std::string_view sql, TStrings& values, TStrings& items) override {
+      asked = sql;
+      values = {"7", "9"};
+      items = {"Ann Lee", "Bo Ek"};
+    }
+  } provider;
+  structure_->SetDatabaseInfo(&provider);
+  TFilterCond* rep = AddCond(Root(), 11);
+  rep->SetValue(1, "9");
+  EXPECT_NE(provider.asked.find("FROM EMPLOYEES"), std::string::npos);
+  EXPECT_EQ(Word(*rep, rciValue1), "Bo Ek");
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*rep, rciValue1)), QStringLiteral("Ann Lee"));
+  EXPECT_EQ(rep->Value1(), "7");
+  structure_->SetDatabaseInfo(nullptr);
+}
+
+TEST_F(QueryPanelTest, SubQueriesAreEditedInTheirDialog) {
+  TDSOperator* in = structure_->Operators(
+      structure_->AddOperator("InSub", "is in the result of", "@f in (@1)", "", TAppliedTypes{ftString}));
+  in->SetValueType(TOpValueType::vtSubQuery);
+  TFilterCond* cond = AddCond(Root(), 3);
+  cond->SetOperator(in);
+  EXPECT_EQ(Word(*cond, rciValue1), "Sub-query");
+  QTimer::singleShot(0, [] {
+    auto* dialog = QApplication::activeModalWidget();
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QPlainTextEdit*>()->setPlainText(QStringLiteral("SELECT CITY FROM CUSTOMERS"));
+    static_cast<QDialog*>(dialog)->accept();
+  });
+  static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciValue1))->DropDown();
+  EXPECT_EQ(cond->SubQuery().Text(), "SELECT CITY FROM CUSTOMERS");
+}
+
+TEST_F(QueryPanelTest, TabGoesThroughTheWordsInLineOrderAndOut) {
+  QWidget window;
+  auto* before = new QLineEdit(&window);
+  panel_->setParent(&window);
+  auto* after = new QLineEdit(&window);
+  AddCond(Root(), 3);
+  TFilterCond* second = AddCond(Root(), 4);
+  window.show();
+  QApplication::setActiveWindow(&window);
+  before->setFocus();
+  QStringList visited;
+  for (int i = 0; i < 9 && !after->hasFocus() && QApplication::focusWidget() != nullptr; ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    if (auto* label = qobject_cast<QLabel*>(QApplication::focusWidget())) visited.append(label->text());
+  }
+  EXPECT_EQ(visited, (QStringList{"all", "City", "is equal to", "_____", "Country", "is equal to", "_____"}));
+  EXPECT_TRUE(after->hasFocus());
+  QTest::keyClick(after, Qt::Key_Backtab);
+  EXPECT_EQ(panel_->GetCurrentRow(), second);
+  panel_->setParent(nullptr);
 }
 
 // ---- Captions ------------------------------------------------------------------------------
