@@ -4,6 +4,9 @@
 
 #include <cstdlib>
 #include <new>
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 namespace {
 std::size_t allocated = 0;
@@ -11,6 +14,15 @@ std::size_t allocated = 0;
 
 std::size_t ts4bench::AllocatedBytes() {
   return allocated;
+}
+
+std::size_t ts4bench::InUseBytes() {
+#if defined(__GLIBC__)
+  const struct mallinfo2 info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+#else
+  return 0;
+#endif
 }
 
 void* operator new(std::size_t size) {

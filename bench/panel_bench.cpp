@@ -4,10 +4,6 @@
 // the layout and painting that follow, as long as the user waits for them.
 #include <benchmark/benchmark.h>
 
-#if defined(__GLIBC__)
-#include <malloc.h>
-#endif
-
 #include <QApplication>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -23,6 +19,8 @@
 #include "structure/structure.h"
 
 namespace {
+
+using ts4bench::InUseBytes;
 
 constexpr int LinesPerGroup = 10;
 
@@ -133,17 +131,6 @@ std::unique_ptr<ts4::TWQueryPanel> OpenOrSkip(benchmark::State& state, int lines
     return nullptr;
   }
   return panel;
-}
-
-// Heap in use, freed blocks excluded, whoever asked for it (Qt's strings
-// and lists call malloc directly); zero where the C library does not tell.
-std::size_t InUseBytes() {
-#if defined(__GLIBC__)
-  const struct mallinfo2 info = mallinfo2();
-  return info.uordblks + info.hblkhd;
-#else
-  return 0;
-#endif
 }
 
 void PressKey(QWidget& widget, Qt::Key key) {

@@ -2,10 +2,6 @@
 // 1,000 to 1,000,000 conditions, with time and memory per condition.
 #include <benchmark/benchmark.h>
 
-#if defined(__GLIBC__)
-#include <malloc.h>
-#endif
-
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -22,19 +18,8 @@ namespace {
 
 using ts4bench::CondsPerGroup;
 using ts4bench::FillTree;
+using ts4bench::InUseBytes;
 using ts4bench::TBenchStructure;
-
-// Bytes the C library hands out right now, freed blocks excluded; zero where
-// the library does not tell. Large blocks (the line lists of big queries)
-// are mapped on their own and counted apart from the heap.
-std::size_t InUseBytes() {
-#if defined(__GLIBC__)
-  const struct mallinfo2 info = mallinfo2();
-  return info.uordblks + info.hblkhd;
-#else
-  return 0;
-#endif
-}
 
 double PerCondition(std::size_t before, std::size_t after, int count) {
   return after >= before ? static_cast<double>(after - before) / count

@@ -10,31 +10,13 @@
 #include <exception>
 #include <memory>
 
+#include "common/offscreen_screen.h"
 #include "panels_window.h"
 #include "structure/structure.h"
 
-namespace {
-
-// The screenshot is rendered offscreen on a screen as large as a desktop's,
-// instead of the default 800 by 600 pixels, which would squeeze the window.
-bool PrepareOffscreen(int argc, char** argv, QTemporaryFile& config) {
-  bool screenshot = false;
-  for (int i = 1; i < argc; ++i) screenshot = screenshot || std::strncmp(argv[i], "--screenshot", 12) == 0;
-  const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
-  if (!screenshot || (!platform.isEmpty() && platform != "offscreen")) return true;
-  if (!config.open()) return false;
-  config.write(R"({"screens": [{"name": "panels", "x": 0, "y": 0, "width": 1280, "height": 900,
-                   "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
-  config.flush();
-  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + config.fileName().toUtf8());
-  return true;
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
   QTemporaryFile screenConfig;
-  if (!PrepareOffscreen(argc, argv, screenConfig)) {
+  if (!ts4examples::PrepareOffscreenScreen(argc, argv, screenConfig)) {
     std::fprintf(stderr, "ts4panels: cannot write the offscreen screen's settings\n");
     return 1;
   }
