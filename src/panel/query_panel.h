@@ -277,6 +277,9 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   void OnParamListChange();
   void OnConditionChange(ts4::TFilterCond* condition);
   void OnRFEHelpClick();
+  /// A gesture the query refused (a bracket nested too deep, an
+  /// application's handler that failed): the query is as it was.
+  void OnError(const QString& message);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -348,7 +351,12 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   void SetCurrentControlIndex(const TFilterRow& row, int index);
   void MakeCurrent(detail::TRowView& view, QWidget* control);
 
-  // Menus and keys (query_panel_menus.cpp).
+  /// Runs a gesture; a library error it raises is told through OnError
+  /// instead of escaping into Qt's event loop.
+  template <typename Gesture>
+  void Guarded(Gesture&& gesture);
+
+  // Menus and keys (query_panel_keys.cpp).
   void CreateMenus();
   void RepaintRow(const TFilterRow* row);
   /// Checks SetTitles and SetTitle: both sentences must have an "@".

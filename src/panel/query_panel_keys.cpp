@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 
+#include "foundation/error.h"
 #include "panel/dropdown_label.h"
 #include "panel/panel_lines_p.h"
 #include "panel/popup_menu.h"
@@ -13,6 +14,15 @@
 #include "structure/structure.h"
 
 namespace ts4 {
+
+template <typename Gesture>
+void TWQueryPanel::Guarded(Gesture&& gesture) {
+  try {
+    gesture();
+  } catch (const EWTessalyError& error) {
+    emit OnError(QString::fromUtf8(error.what()));
+  }
+}
 
 // ---- The current row -------------------------------------------------------------
 
@@ -192,10 +202,12 @@ void TWQueryPanel::keyPressEvent(QKeyEvent* event) {
   if (key == Qt::Key_Insert) {
     TFilterBracket* bracket = GetCurrentBracket();
     if (bracket == nullptr) bracket = &query_->Root();
-    if (modifiers == Qt::AltModifier)
-      InsertBracket(*bracket);
-    else
-      InsertCondition(*bracket);
+    Guarded([&] {
+      if (modifiers == Qt::AltModifier)
+        InsertBracket(*bracket);
+      else
+        InsertCondition(*bracket);
+    });
     return;
   }
   const bool needsRow = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Left ||
@@ -362,7 +374,7 @@ void TWQueryPanel::MenuItemClick(int tag) {
   TFilterBracket* bracket = GetCurrentBracket();
   if (bracket == nullptr) bracket = &query_->Root();
   switch (tag) {
-    case mtAddBracket: InsertBracket(*bracket); break;
+    case mtAddBracket: Guarded([&] { InsertBracket(*bracket); }); break;
     case mtAddCond: InsertCondition(*bracket); break;
     case mtDelRow:
       // The row of the button whose menu this is, not the keyboard's current row.

@@ -46,6 +46,11 @@ void TWQueryPanel::ReleaseView(const TFilterRow* row) {
   if (found == views_.end()) return;
   std::unique_ptr<detail::TRowView> view = std::move(found->second);
   views_.erase(found);
+  // A row that goes (or a reset) ends an edit on it: there is nothing left to take it.
+  view->Row = nullptr;
+  for (QLabel* label : view->Controls)
+    if (auto* word = qobject_cast<TDropDownLabel*>(label); word != nullptr && word->Dropped())
+      word->DropUp(false);
   view->Hide();
   view->Row = nullptr;
   if (view->Button != nullptr) view->Button->SetRow(nullptr);

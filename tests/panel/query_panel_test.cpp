@@ -187,6 +187,19 @@ TEST_F(PanelLinesTest, EnterOpensTheCurrentWordAndAltInsertAddsABracketWithACond
   EXPECT_EQ(panel_->GetCurrentRow(), added.GetRow(0));
 }
 
+TEST_F(QueryPanelTest, AGestureTheQueryRefusesIsReportedAndChangesNothing) {
+  panel_->BeginUpdate();
+  TFilterBracket* deepest = &Root();
+  for (int level = 0; level < MaxBracketDepth; ++level) deepest = deepest->AddBracket();
+  panel_->EndUpdate();
+  QSignalSpy errors(panel_.get(), &TWQueryPanel::OnError);
+  panel_->SetCurrentRow(deepest);
+  QTest::keyClick(panel_.get(), Qt::Key_Insert, Qt::AltModifier);
+  ASSERT_EQ(errors.count(), 1);
+  EXPECT_EQ(deepest->GetRowCount(), 0);
+  EXPECT_EQ(panel_->LineCount(), MaxBracketDepth + 1);
+}
+
 TEST_F(PanelLinesTest, DeletingTheOnlyRowOfABracketTakesTheBracketAndRenumbers) {
   panel_->SetCurrentRow(deep_);
   QTest::keyClick(panel_.get(), Qt::Key_Delete, Qt::ControlModifier);
@@ -236,6 +249,8 @@ TEST_F(PanelLinesTest, RowMenuActsOnTheRowOfItsButtonAndThePanelMenuNeedsFields)
   panel_->MenuItemClick(TWQueryPanel::mtAddCond);
   EXPECT_EQ(Root().GetRowCount(), 3);
 
+  structure_.reset();  // the rows lose their fields and show it
+  EXPECT_EQ(Word(*last_, rciFirst), "_____");
   TWDBStructure empty;
   panel_->SetDbStruct(&empty);
   panel_->MainButtonClick();
