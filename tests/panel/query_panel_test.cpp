@@ -309,7 +309,10 @@ TEST_F(QueryPanelTest, ValuesGetTheEditorsTheirFieldsAsk) {
 }
 
 TEST_F(QueryPanelTest, EveryGestureLandsInTheQueryAndTheSQLFollows) {
-  TFilterCond* cond = panel_->InsertCondition(Root());
+  QTest::mouseClick(panel_->AddRowLabel(), Qt::LeftButton);
+  ASSERT_EQ(Root().GetRowCount(), 1);
+  auto* cond = static_cast<TFilterCond*>(Root().GetRow(0));
+  EXPECT_EQ(panel_->GetCurrentRow(), cond);
   EXPECT_EQ(Word(*cond, rciFirst), "_____");
   Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciFirst)), "City");
   EXPECT_EQ(cond->Field(), structure_->FieldByID(3));
