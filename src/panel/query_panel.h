@@ -329,6 +329,7 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   void BindView(detail::TRowView& view, TFilterRow& row);
   /// The row's button: its path, look and accessible name.
   void BindButton(detail::TRowView& view, TFilterRow& row);
+  void TintButton(detail::TRowView& view);
   void BindBracket(detail::TRowView& view, TFilterBracket& bracket);
   void BindCondition(detail::TRowView& view, TFilterCond& condition);
   void BindValueLabel(detail::TRowView& view, TFilterCond& condition, int index);

@@ -70,6 +70,7 @@ void TWQueryPanel::DecRow() {
 
 void TWQueryPanel::RepaintRow(const TFilterRow* row) {
   if (row == nullptr) return;
+  if (detail::TRowView* view = ViewOf(row)) TintButton(*view);
   const QRect band = RowRect(*row);
   if (band.isNull()) return;
   const int margin = TPanelMetrics::RowBandMargin + TPanelMetrics::FrameMargin;

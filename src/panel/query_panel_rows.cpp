@@ -130,7 +130,17 @@ void TWQueryPanel::BindButton(TRowView& view, TFilterRow& row) {
   }
   button.SetFlat(appearance_->Has(aoFlatButtons));
   button.SetRounded(appearance_->Has(aoRoundButtons));
+  TintButton(view);
   button.show();
+}
+
+void TWQueryPanel::TintButton(TRowView& view) {
+  // A button takes the colour of what it stands on: the current row's band, or the panel.
+  const bool onBand = view.Row == currentRow_ && appearance_->Has(aoAllowKeyboard);
+  QPalette palette = view.Button->palette();
+  palette.setColor(QPalette::Window,
+                   onBand ? appearance_->ActiveRowColor() : viewport()->palette().color(QPalette::Window));
+  view.Button->setPalette(palette);
 }
 
 void TWQueryPanel::BindView(TRowView& view, TFilterRow& row) {
