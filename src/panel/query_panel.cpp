@@ -39,7 +39,6 @@ TWQueryPanel::TWQueryPanel(QWidget* parent)
   });
 
   setFocusPolicy(Qt::StrongFocus);
-  setAccessibleName(QStringLiteral("Query conditions"));
   viewport()->setBackgroundRole(QPalette::Window);
   viewport()->setAutoFillBackground(true);
 
@@ -244,8 +243,6 @@ void TWQueryPanel::QueryReset() {
   resetting_ = false;
   Relayout();
 }
-
-void TWQueryPanel::RowsAboutToBeInserted(const TFilterBracket&, int, int) {}
 
 void TWQueryPanel::RowsInserted(const TFilterBracket&, int, int) {
   Relayout();

@@ -296,7 +296,6 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   // The query's notifications.
   void QueryAboutToBeReset() override;
   void QueryReset() override;
-  void RowsAboutToBeInserted(const TFilterBracket& parent, int first, int last) override;
   void RowsInserted(const TFilterBracket& parent, int first, int last) override;
   void RowsAboutToBeRemoved(const TFilterBracket& parent, int first, int last) override;
   void RowsRemoved(const TFilterBracket& parent, int first, int last) override;

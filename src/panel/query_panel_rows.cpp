@@ -158,6 +158,7 @@ void TWQueryPanel::BindView(TRowView& view, TFilterRow& row) {
     BindCondition(view, static_cast<TFilterCond&>(row));
 
   const QString sentence = RowSentence(view);
+  if (header) setAccessibleName(sentence);  // the panel reads as its header sentence
   button.setAccessibleDescription(sentence);
   view.Check->setAccessibleName(sentence);
   for (QLabel* label : view.Controls)
