@@ -44,6 +44,7 @@ TWQueryPanel::TWQueryPanel(QWidget* parent)
 
   addRowLabel_ = new TDropDownLabel(viewport());
   addRowLabel_->hide();
+  addRowLabel_->setFocusPolicy(Qt::ClickFocus);  // Tab reaches it through the panel
   addRowLabel_->OnCustomDropDown = [this](TDropDownLabel&, QString&, bool& accept) {
     accept = false;
     InsertCondition(query_->Root());

@@ -250,40 +250,65 @@ void TWQueryPanel::keyPressEvent(QKeyEvent* event) {
 
 // ---- Tab between the words ------------------------------------------------------------
 
+namespace {
+
+// What Tab stops at on a line, in order: its check box, its button, its words.
+std::vector<QWidget*> TabStops(const detail::TRowView& view) {
+  std::vector<QWidget*> stops;
+  if (view.Check != nullptr && !view.Check->isHidden()) stops.push_back(view.Check);
+  stops.push_back(view.Button);
+  for (QLabel* label : view.Controls)
+    if (CanBeCurrent(label, true) && label->isEnabled()) stops.push_back(label);
+  return stops;
+}
+
+}  // namespace
+
 bool TWQueryPanel::focusNextPrevChild(bool next) {
-  // Where the focus is: a word of a line, else the current word.
-  const QWidget* focus = QApplication::focusWidget();
-  int line = GetCurrentRowNum();
-  int index = currentRow_ != nullptr ? CurrentControlIndex(*currentRow_) : rciNone;
-  bool onWord = false;
-  for (const auto& [row, view] : views_) {
-    for (int i = 1; i < RowControlSlots && !onWord; ++i) {
-      if (view->Controls[static_cast<std::size_t>(i)] != focus || focus == nullptr) continue;
-      line = row->RowNum();
-      index = i;
-      onWord = true;
-    }
-  }
-  if (!onWord && focus != this) return QAbstractScrollArea::focusNextPrevChild(next);
-  if (!onWord) {  // from the panel itself onto the current word, or the first one
-    if (line < 0) line = 0;
-    index = next ? rciNone : RowControlSlots;
-  }
-  for (; line >= 0 && line < lines_->Count();
-       line += next ? 1 : -1, index = next ? rciNone : RowControlSlots) {
+  if (layingOut_ || resetting_) return false;
+  // The stops of a line; after the last line, the add-row line.
+  const auto stopsOf = [this](int line) {
+    if (line == lines_->Count())
+      return addRowLabel_->isHidden() ? std::vector<QWidget*>{} : std::vector<QWidget*>{addRowLabel_};
     TFilterRow* row = lines_->RowAt(line);
     EnsureRowVisible(*row);
-    detail::TRowView* view = ViewOf(row);
-    if (view == nullptr) continue;
-    for (index += next ? 1 : -1; index > rciNone && index < RowControlSlots; index += next ? 1 : -1) {
-      QLabel* word = view->Controls[static_cast<std::size_t>(index)];
-      if (!CanBeCurrent(word, true) || !word->isEnabled()) continue;
-      MakeCurrent(*view, word);
-      word->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-      return true;
-    }
+    const detail::TRowView* view = ViewOf(row);
+    return view != nullptr ? TabStops(*view) : std::vector<QWidget*>{};
+  };
+  // Where the focus is: a stop of a line, or the panel itself (before the
+  // current line's first stop, or after its last going back).
+  const QWidget* focus = QApplication::focusWidget();
+  int line = std::max(GetCurrentRowNum(), 0);
+  int stop = next ? -1 : RowControlSlots + 2;
+  bool inside = focus == this;
+  if (focus == addRowLabel_) {
+    line = lines_->Count();
+    stop = 0;
+    inside = true;
   }
-  // Past the last word (or before the first): on to what follows the panel.
+  for (const auto& [row, view] : views_) {
+    const std::vector<QWidget*> stops = TabStops(*view);
+    const auto found = std::find(stops.begin(), stops.end(), focus);
+    if (found == stops.end()) continue;
+    line = row->RowNum();
+    stop = static_cast<int>(found - stops.begin());
+    inside = true;
+  }
+  if (!inside) return QAbstractScrollArea::focusNextPrevChild(next);
+  const int step = next ? 1 : -1;
+  for (; line >= 0 && line <= lines_->Count(); line += step, stop = next ? -1 : RowControlSlots + 2) {
+    const std::vector<QWidget*> stops = stopsOf(line);
+    stop = std::clamp(stop, -1, static_cast<int>(stops.size())) + step;
+    if (stop < 0 || stop >= static_cast<int>(stops.size())) continue;
+    QWidget* target = stops[static_cast<std::size_t>(stop)];
+    if (TFilterRow* row = lines_->RowAt(line)) {
+      SetCurrentRow(row);
+      if (const int index = GetControlIndex(target); index != rciNone) SetCurrentControlIndex(*row, index);
+    }
+    target->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+  }
+  // Past the last stop (or before the first): on to what follows the panel.
   for (QWidget* other = next ? nextInFocusChain() : previousInFocusChain(); other != this;
        other = next ? other->nextInFocusChain() : other->previousInFocusChain()) {
     if (isAncestorOf(other) || !(other->focusPolicy() & Qt::TabFocus) || !other->isVisible() ||

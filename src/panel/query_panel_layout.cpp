@@ -1,5 +1,6 @@
 // Where the lines of the query panel stand, which of them have widgets,
 // the scroll bars, and the painting of the current row.
+#include <QApplication>
 #include <QLabel>
 #include <QPaintEvent>
 #include <QPainter>
@@ -46,6 +47,12 @@ void TWQueryPanel::ReleaseView(const TFilterRow* row) {
   if (found == views_.end()) return;
   std::unique_ptr<detail::TRowView> view = std::move(found->second);
   views_.erase(found);
+  // The keys stay with the panel when the word that had them scrolls away.
+  if (const QWidget* focus = QApplication::focusWidget();
+      focus != nullptr &&
+      (view->Button == focus || view->Check == focus ||
+       std::find(view->Controls.begin(), view->Controls.end(), focus) != view->Controls.end()))
+    setFocus(Qt::OtherFocusReason);
   // A row that goes (or a reset) ends an edit on it: there is nothing left to take it.
   view->Row = nullptr;
   for (QLabel* label : view->Controls)

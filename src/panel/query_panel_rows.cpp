@@ -157,6 +157,14 @@ void TWQueryPanel::BindView(TRowView& view, TFilterRow& row) {
   else
     BindCondition(view, static_cast<TFilterCond&>(row));
 
+  // Tab reaches the words through the panel, in line order (focusNextPrevChild):
+  // coming from outside it stops at the panel, not at whichever word Qt made last.
+  for (QLabel* label : view.Controls)
+    if (auto* word = qobject_cast<TDropDownLabel*>(label))
+      word->setFocusPolicy(word->Fixed() ? Qt::NoFocus : Qt::ClickFocus);
+  button.setFocusPolicy(Qt::ClickFocus);
+  view.Check->setFocusPolicy(Qt::ClickFocus);
+
   const QString sentence = RowSentence(view);
   if (header) setAccessibleName(sentence);  // the panel reads as its header sentence
   button.setAccessibleDescription(sentence);

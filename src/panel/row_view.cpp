@@ -8,12 +8,19 @@
 namespace ts4::detail {
 namespace {
 
+// Hiding a widget that has the focus makes Qt look for the next one, which
+// the panel answers from its views: while they change, nobody may ask.
+void HideQuietly(QWidget* widget) {
+  if (widget->hasFocus()) widget->clearFocus();
+  widget->hide();
+}
+
 // Disconnected first: a label whose deletion waits for the event loop must
 // not reach a view that is gone.
 void Dispose(QWidget* widget) {
   if (widget == nullptr) return;
   widget->disconnect();
-  widget->hide();
+  HideQuietly(widget);
   widget->deleteLater();
 }
 
@@ -31,10 +38,10 @@ void TRowView::Discard(int index) {
 }
 
 void TRowView::Hide() {
-  Button->hide();
-  if (Check != nullptr) Check->hide();
+  HideQuietly(Button);
+  if (Check != nullptr) HideQuietly(Check);
   for (QLabel* label : Controls)
-    if (label != nullptr) label->hide();
+    if (label != nullptr) HideQuietly(label);
 }
 
 bool TRowView::HasOpenEditor() const {

@@ -458,15 +458,26 @@ TEST_F(QueryPanelTest, TabGoesThroughTheWordsInLineOrderAndOut) {
   QApplication::setActiveWindow(&window);
   before->setFocus();
   QStringList visited;
-  for (int i = 0; i < 9 && !after->hasFocus() && QApplication::focusWidget() != nullptr; ++i) {
+  for (int i = 0; i < 20 && !after->hasFocus() && QApplication::focusWidget() != nullptr; ++i) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     if (auto* label = qobject_cast<QLabel*>(QApplication::focusWidget())) visited.append(label->text());
   }
-  EXPECT_EQ(visited, (QStringList{"all", "City", "is equal to", "_____", "Country", "is equal to", "_____"}));
+  EXPECT_EQ(visited, (QStringList{"all", "City", "is equal to", "_____", "Country", "is equal to", "_____",
+                                  "< Click here to add new condition >"}))
+      << "words, with the lines' buttons and check boxes between them";
   EXPECT_TRUE(after->hasFocus());
   QTest::keyClick(after, Qt::Key_Backtab);
+  EXPECT_TRUE(panel_->hasFocus()) << "coming back, the panel first";
+  QTest::keyClick(panel_.get(), Qt::Key_Backtab);
   EXPECT_EQ(panel_->GetCurrentRow(), second);
-  panel_->setParent(nullptr);
+  EXPECT_EQ(QApplication::focusWidget(), panel_->RowControl(*second, rciValue1)) << "its last word";
+
+  // A focused word whose row goes leaves the keys with the panel; a panel
+  // that goes with the focus on a word takes its words down quietly.
+  Root().DeleteRow(1);
+  EXPECT_TRUE(panel_->hasFocus());
+  panel_->RowControl(*Root().GetRow(0), rciFirst)->setFocus();
+  panel_.reset();
 }
 
 // ---- Captions ------------------------------------------------------------------------------
