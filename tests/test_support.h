@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -53,5 +56,38 @@ inline void ExpectLinesInOrder(const ts4::TStrings& list, const std::vector<std:
                                     << (found < expected.size() ? expected[found] : "") << "\n"
                                     << list.Text();
 }
+
+/// A file under the temporary directory, removed again at the end of the test. Its name holds the
+/// running test's name, so that tests run in parallel processes never share a file.
+class TTempFile {
+ public:
+  explicit TTempFile(const std::string& name)
+      : path_(std::filesystem::temp_directory_path() / Unique(name)) {}
+  ~TTempFile() {
+    std::error_code ignored;
+    std::filesystem::remove(path_, ignored);
+  }
+  TTempFile(const TTempFile&) = delete;
+  TTempFile& operator=(const TTempFile&) = delete;
+
+  [[nodiscard]] std::string Name() const { return path_.string(); }
+  void Write(const std::string& bytes) const {
+    std::ofstream(path_, std::ios::binary | std::ios::trunc) << bytes;
+  }
+  [[nodiscard]] std::string Read() const {
+    std::ifstream in(path_, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  }
+
+ private:
+  static std::string Unique(const std::string& name) {
+    const ::testing::TestInfo* info = ::testing::UnitTest::GetInstance()->current_test_info();
+    std::string unique = "ts4_" + std::string(info->test_suite_name()) + "_" + info->name() + "_" + name;
+    for (char& c : unique)
+      if (c == '/') c = '_';
+    return unique;
+  }
+  std::filesystem::path path_;
+};
 
 }  // namespace ts4test

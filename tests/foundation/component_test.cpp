@@ -30,86 +30,50 @@ class Probe : public ts4::TWComponent {
   }
 };
 
-TEST(ComponentNotification, DestroyedComponentIsReported) {
-  Probe watcher;
-  auto watched = std::make_unique<Probe>();
-  const ts4::TWComponent* address = watched.get();
-  watcher.FreeNotification(*watched);
-  watched.reset();
-  ASSERT_EQ(watcher.notified.size(), 1u);
-  EXPECT_EQ(watcher.notified[0], address);
+// Whichever side asked, and however often, the survivor hears once of the other's destruction.
+TEST(ComponentNotification, TheSurvivorIsToldOnce) {
+  for (const int asker : {0, 1, 2}) {  // the survivor, the other, both (the survivor twice)
+    Probe survivor;
+    auto dying = std::make_unique<Probe>();
+    if (asker != 1) survivor.FreeNotification(*dying);
+    if (asker != 0) dying->FreeNotification(survivor);
+    if (asker == 2) survivor.FreeNotification(*dying);
+    const ts4::TWComponent* address = dying.get();
+    dying.reset();
+    EXPECT_EQ(survivor.notified, std::vector<const ts4::TWComponent*>{address}) << asker;
+  }
 }
 
-TEST(ComponentNotification, WorksInBothDirections) {
-  // Whichever side asked, the survivor hears of the other's destruction.
-  auto asker = std::make_unique<Probe>();
-  Probe asked;
-  asker->FreeNotification(asked);
-  const ts4::TWComponent* address = asker.get();
-  asker.reset();
-  ASSERT_EQ(asked.notified.size(), 1u);
-  EXPECT_EQ(asked.notified[0], address);
-}
-
-TEST(ComponentNotification, RepeatedRequestsNotifyOnce) {
-  Probe watcher;
-  auto watched = std::make_unique<Probe>();
-  watcher.FreeNotification(*watched);
-  watcher.FreeNotification(*watched);
-  watched->FreeNotification(watcher);
-  watched.reset();
-  EXPECT_EQ(watcher.notified.size(), 1u);
-}
-
-TEST(ComponentNotification, SurvivorForgetsTheDestroyedLink) {
-  // After the survivor was told, its own destruction must not reach the
-  // component that is already gone (ASan reports it if it does).
+// After the survivor was told, its own destruction must not reach the component
+// that is already gone; a link to itself is not kept (ASan reports either).
+TEST(ComponentNotification, NoLinkOutlivesAComponent) {
   auto watcher = std::make_unique<Probe>();
   auto watched = std::make_unique<Probe>();
   watcher->FreeNotification(*watched);
   watched.reset();
   watcher.reset();
-  SUCCEED();
-}
-
-TEST(ComponentNotification, LinkToItselfIsIgnored) {
   auto self = std::make_unique<Probe>();
   self->FreeNotification(*self);
-  self.reset();  // would be a call into a half-destroyed object if the link were kept
+  self.reset();
   SUCCEED();
 }
 
-TEST(ComponentRemoval, RemoveStopsNotification) {
-  Probe watcher;
-  auto watched = std::make_unique<Probe>();
-  watcher.FreeNotification(*watched);
-  watcher.RemoveFreeNotification(*watched);
-  watched.reset();
-  EXPECT_TRUE(watcher.notified.empty());
-}
-
-TEST(ComponentRemoval, RemoveWorksFromEitherSideAndBothWays) {
-  auto a = std::make_unique<Probe>();
-  auto b = std::make_unique<Probe>();
-  a->FreeNotification(*b);
-  b->RemoveFreeNotification(*a);  // withdrawn by the other side
-  Probe* survivor = b.get();
-  a.reset();
-  EXPECT_TRUE(survivor->notified.empty());
-  b.reset();
-}
-
-TEST(ComponentRemoval, RemovingAnUnknownLinkIsHarmless) {
-  Probe a;
-  Probe b;
-  a.RemoveFreeNotification(b);
-  a.FreeNotification(b);
-  a.RemoveFreeNotification(b);
-  a.RemoveFreeNotification(b);
-  EXPECT_TRUE(a.notified.empty());
-}
-
-TEST(ComponentRemoval, RelinkAfterRemoval) {
+// Removal works from either side, more than once, for links that never were,
+// and the link may be made again afterwards.
+TEST(ComponentRemoval, RemovedLinksNotifyNothing) {
+  for (const bool byTheOther : {false, true}) {
+    Probe survivor;
+    auto dying = std::make_unique<Probe>();
+    survivor.RemoveFreeNotification(*dying);
+    survivor.FreeNotification(*dying);
+    if (byTheOther)
+      dying->RemoveFreeNotification(survivor);
+    else
+      survivor.RemoveFreeNotification(*dying);
+    survivor.RemoveFreeNotification(*dying);
+    dying.reset();
+    EXPECT_TRUE(survivor.notified.empty()) << byTheOther;
+  }
   Probe watcher;
   auto watched = std::make_unique<Probe>();
   watcher.FreeNotification(*watched);

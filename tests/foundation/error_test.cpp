@@ -42,37 +42,4 @@ TYPED_TEST(ErrorDerived, CaughtAsBaseAndAsRuntimeError) {
   EXPECT_THROW(throw TypeParam(0, std::string("x")), std::runtime_error);
 }
 
-// The structure's codes and their messages, verbatim.
-TEST(ErrorStructCodes, CodesAndMessages) {
-  struct Case {
-    ts4::TStructErrorCode code;
-    int number;
-    std::string message;
-    const char* expected;
-  };
-  const Case cases[] = {
-      {ts4::secInvalidTableIndex, 1, ts4::Format(ts4::msg::InvalidTableIndex, {3}), "Invalid table index 3"},
-      {ts4::secInvalidLinkIndex, 2, ts4::Format(ts4::msg::InvalidLinkIndex, {3}), "Invalid link index 3"},
-      {ts4::secInvalidOperatorIndex, 3, ts4::Format(ts4::msg::InvalidOperatorIndex, {3}),
-       "Invalid operator index 3"},
-      {ts4::secNoSuchTable, 4, ts4::Format(ts4::msg::NoSuchTable, {"T"}), "No such table T"},
-      {ts4::secNoPath, 5, std::string(ts4::msg::NoPath), "Can not find path between tables"},
-      {ts4::secOperatorNotFound, 6, ts4::Format(ts4::msg::OperatorNotFound, {"like"}),
-       "Operator not found: like"},
-      {ts4::secFieldNameOnVirtual, 7, std::string(ts4::msg::FieldNameOnVirtual),
-       "Can not assign field name to virtual field"},
-      {ts4::secExprOnDataField, 8, std::string(ts4::msg::ExprOnDataField),
-       "Can not assign expression to data field"},
-      {ts4::secSectionNotFound, 9, ts4::Format(ts4::msg::SectionNotFound, {"Tables"}),
-       "Can not find section Tables"},
-      {ts4::secFieldNotInTable, 10, ts4::Format(ts4::msg::FieldNotInTable, {"F", "T"}),
-       "Can not find field \"F\" in table \"T\""},
-      {ts4::secNoDatabaseInfo, 11, std::string(ts4::msg::NoDatabaseInfo), "DatabaseInfo is not specified"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(static_cast<int>(c.code), c.number);
-    EXPECT_EQ(c.message, c.expected);
-  }
-}
-
 }  // namespace

@@ -24,134 +24,69 @@ const TStrings Sample{
     "Customers",  //  7
 };
 
-TEST(SectionsRead, ReturnsBodyAndIndexAfterIt) {
-  TStrings dest{"stale"};
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, Sample, "Options", dest), 3);
-  EXPECT_EQ(dest.Lines(), (Lines{"Name=Demo", "Version=2"}));
-}
-
-TEST(SectionsRead, LastSectionRunsToTheEndOfTheList) {
-  TStrings dest;
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, Sample, "Tables", dest), 8);
-  EXPECT_EQ(dest.Lines(), (Lines{"Orders", "", "Customers"}));  // empty lines belong to the body
-}
-
-TEST(SectionsRead, EmptySectionGivesNoLines) {
-  TStrings dest{"stale"};
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, Sample, "Empty", dest), 4);
-  EXPECT_TRUE(dest.Empty());
-}
-
-TEST(SectionsRead, ContinuesFromTheReturnedIndex) {
-  TStrings dest;
-  int next = ts4::XReadSLSectionValues(0, Sample, "Options", dest);
-  next = ts4::XReadSLSectionValues(next, Sample, "Empty", dest);
-  EXPECT_EQ(next, 4);
-  next = ts4::XReadSLSectionValues(next, Sample, "Tables", dest);
-  EXPECT_EQ(next, 8);
-  EXPECT_EQ(dest.Lines(), (Lines{"Orders", "", "Customers"}));
-  // From the end of the list the search wraps round to the top.
-  EXPECT_EQ(ts4::XReadSLSectionValues(next, Sample, "Options", dest), 3);
-  EXPECT_EQ(dest.Lines(), (Lines{"Name=Demo", "Version=2"}));
-}
-
-TEST(SectionsRead, FindsSectionBeforeTheStart) {
-  TStrings dest;
-  EXPECT_EQ(ts4::XReadSLSectionValues(5, Sample, "Options", dest), 3);
-  EXPECT_EQ(dest.Lines(), (Lines{"Name=Demo", "Version=2"}));
-  EXPECT_EQ(ts4::XReadSLSectionValues(4, Sample, "Empty", dest), 4);
-}
-
-TEST(SectionsRead, RepeatedSectionIsFoundFromTheStart) {
-  const TStrings list{"[Row]", "a", "[Row]", "b", "[Row]", "c"};
-  TStrings dest;
-  int next = ts4::XReadSLSectionValues(0, list, "Row", dest);
-  EXPECT_EQ(dest.Lines(), Lines{"a"});
-  next = ts4::XReadSLSectionValues(next, list, "Row", dest);
-  EXPECT_EQ(dest.Lines(), Lines{"b"});
-  next = ts4::XReadSLSectionValues(next, list, "Row", dest);
-  EXPECT_EQ(dest.Lines(), Lines{"c"});
-  EXPECT_EQ(next, 6);
-  // Past the last one the search wraps to the first.
-  EXPECT_EQ(ts4::XReadSLSectionValues(next, list, "Row", dest), 2);
-  EXPECT_EQ(dest.Lines(), Lines{"a"});
-}
-
-TEST(SectionsRead, StartOutsideTheListSearchesFromTheTop) {
-  TStrings dest;
-  EXPECT_EQ(ts4::XReadSLSectionValues(-5, Sample, "Tables", dest), 8);
-  EXPECT_EQ(ts4::XReadSLSectionValues(100, Sample, "Options", dest), 3);
-  EXPECT_EQ(dest.Lines(), (Lines{"Name=Demo", "Version=2"}));
-}
-
-TEST(SectionsRead, HeaderMatchIgnoresCaseAndSurroundingBlanks) {
-  const TStrings list{"  [TABLES]\t", "Orders", " [Links] ", "x"};
-  TStrings dest;
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, list, "tables", dest), 2);
-  EXPECT_EQ(dest.Lines(), Lines{"Orders"});
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, list, "LINKS", dest), 4);
-  EXPECT_EQ(dest.Lines(), Lines{"x"});
-}
-
-TEST(SectionsRead, HeaderMustMatchTheWholeName) {
-  const TStrings list{"[Tables2]", "a", "[Table]", "b", "Tables", "[Tables]x", "c"};
-  TStrings dest{"stale"};
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, list, "Tables", dest), -1);
-  EXPECT_TRUE(dest.Empty());
-}
-
-TEST(SectionsRead, MissingSectionEmptiesDestAndReturnsMinusOne) {
-  TStrings dest{"stale", "lines"};
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, Sample, "Links", dest), -1);
-  EXPECT_TRUE(dest.Empty());
-  dest.Add("again");
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, TStrings{}, "Options", dest), -1);
-  EXPECT_TRUE(dest.Empty());
-}
-
-TEST(SectionsRead, BodyStopsAtAnyHeader) {
-  const TStrings list{"[A]", "1", "  [B]  ", "2"};
-  TStrings dest;
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, list, "A", dest), 2);
-  EXPECT_EQ(dest.Lines(), Lines{"1"});
-}
-
-TEST(SectionsRead, LinesBeforeTheFirstHeaderBelongToNoSection) {
-  const TStrings list{"orphan", "[A]", "1"};
-  TStrings dest;
-  EXPECT_EQ(ts4::XReadSLSectionValues(0, list, "A", dest), 3);
-  EXPECT_EQ(dest.Lines(), Lines{"1"});
+// The body of the first section of that name from the start on, wrapping round to the top, and the
+// index after it; -1 and no lines when there is none.
+TEST(SectionsRead, GivesTheBodyAndTheIndexAfterIt) {
+  const TStrings repeated{"[Row]", "a", "[Row]", "b", "[Row]", "c"};
+  const TStrings blanks{"orphan", "  [TABLES]\t", "Orders", " [Links] ", "x"};
+  const TStrings similar{"[Tables2]", "a", "[Table]", "b", "Tables", "[Tables]x", "c"};
+  const TStrings empty;
+  const Lines options = {"Name=Demo", "Version=2"};
+  const struct {
+    const char* what;
+    const TStrings& list;
+    int start;
+    const char* name;
+    int next;
+    Lines body;
+  } cases[] = {
+      {"first", Sample, 0, "Options", 3, options},
+      {"empty lines belong to the body of the last", Sample, 0, "Tables", 8, {"Orders", "", "Customers"}},
+      {"empty body", Sample, 0, "Empty", 4, {}},
+      {"from the index returned", Sample, 3, "Empty", 4, {}},
+      {"before the start", Sample, 5, "Options", 3, options},
+      {"just before the start", Sample, 4, "Empty", 4, {}},
+      {"from the end of the list", Sample, 8, "Options", 3, options},
+      {"start before the list", Sample, -5, "Tables", 8, {"Orders", "", "Customers"}},
+      {"start past the list", Sample, 100, "Options", 3, options},
+      {"repeated, first", repeated, 0, "Row", 2, {"a"}},
+      {"repeated, second", repeated, 2, "Row", 4, {"b"}},
+      {"repeated, third", repeated, 4, "Row", 6, {"c"}},
+      {"repeated, past the last", repeated, 6, "Row", 2, {"a"}},
+      {"case and blanks around the header", blanks, 0, "tables", 3, {"Orders"}},
+      {"a header with blanks ends the body before", blanks, 0, "LINKS", 5, {"x"}},
+      {"only whole names", similar, 0, "Tables", -1, {}},
+      {"missing", Sample, 0, "Links", -1, {}},
+      {"empty list", empty, 0, "Options", -1, {}},
+  };
+  for (const auto& c : cases) {
+    TStrings body{"stale", "lines"};
+    EXPECT_EQ(ts4::XReadSLSectionValues(c.start, c.list, c.name, body), c.next) << c.what;
+    EXPECT_EQ(body.Lines(), c.body) << c.what;
+  }
 }
 
 // ---------------------------------------------------------------------------
 // Section names
 
-TEST(SectionsList, ListsNamesInOrder) {
-  TStrings names{"stale"};
-  ts4::ReadSLSections(Sample, names);
-  EXPECT_EQ(names.Lines(), (Lines{"Options", "Empty", "Tables"}));
-}
-
-TEST(SectionsList, KeepsCaseAndDuplicatesAndTrimsTheLine) {
-  const TStrings list{"x", " [Row] ", "a", "[ROW]", "[a b]", "not [a] header"};
-  TStrings names;
-  ts4::ReadSLSections(list, names);
-  EXPECT_EQ(names.Lines(), (Lines{"Row", "ROW", "a b"}));
-}
-
-TEST(SectionsList, NoHeadersGivesEmptyList) {
-  TStrings names{"stale"};
-  ts4::ReadSLSections(TStrings{"a", "b=c", "[unclosed"}, names);
-  EXPECT_TRUE(names.Empty());
+TEST(SectionsList, ListsTrimmedHeadersInOrderWithCaseAndDuplicates) {
+  const std::pair<TStrings, Lines> cases[] = {
+      {Sample, {"Options", "Empty", "Tables"}},
+      {{"x", " [Row] ", "a", "[ROW]", "[a b]", "not [a] header"}, {"Row", "ROW", "a b"}},
+      {{"a", "b=c", "[unclosed"}, {}},
+  };
+  for (const auto& [list, expected] : cases) {
+    TStrings names{"stale"};
+    ts4::ReadSLSections(list, names);
+    EXPECT_EQ(names.Lines(), expected);
+  }
 }
 
 TEST(SectionsList, HeaderName) {
   EXPECT_EQ(ts4::SectionHeaderName("[Main]"), "Main");
   EXPECT_EQ(ts4::SectionHeaderName("  [Main]\r"), "Main");
-  EXPECT_EQ(ts4::SectionHeaderName("Main"), "");
-  EXPECT_EQ(ts4::SectionHeaderName("[Main"), "");
-  EXPECT_EQ(ts4::SectionHeaderName("Main]"), "");
-  EXPECT_EQ(ts4::SectionHeaderName("["), "");
+  for (const char* line : {"Main", "[Main", "Main]", "["})
+    EXPECT_EQ(ts4::SectionHeaderName(line), "") << line;
 }
 
 }  // namespace

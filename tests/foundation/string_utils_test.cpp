@@ -23,35 +23,35 @@ TEST(StringUtilsCase, FoldsAsciiLettersOnly) {
   EXPECT_EQ(ts4::LowerCase(""), "");
 }
 
-TEST(StringUtilsCase, CompareTextIgnoresAsciiCase) {
-  EXPECT_EQ(ts4::CompareText("Customer", "CUSTOMER"), 0);
-  EXPECT_LT(ts4::CompareText("abc", "ABD"), 0);
-  EXPECT_GT(ts4::CompareText("ABD", "abc"), 0);
-  EXPECT_LT(ts4::CompareText("ab", "ABC"), 0);  // a prefix sorts first
-  EXPECT_GT(ts4::CompareText("abc", "AB"), 0);
-  EXPECT_LT(ts4::CompareText("", "a"), 0);
-  EXPECT_EQ(ts4::CompareText("", ""), 0);
-  EXPECT_NE(ts4::CompareText("Ü", "ü"), 0);  // not ASCII: compared as bytes
-  // Bytes above 127 sort after ASCII (unsigned comparison).
-  EXPECT_GT(ts4::CompareText("Ü", "z"), 0);
-}
-
-// The platform's CompareText folds to upper case, so the punctuation between
-// "Z" and "a" ([ \ ] ^ _ `) sorts after the letters: "_" > "a" and "A_B" > "AB".
-// Ordering folds to upper case, so "_" (between "Z" and "a") sorts after the letters.
-TEST(StringUtilsCase, CompareTextSortsUnderscoreAfterLetters) {
-  EXPECT_GT(ts4::CompareText("_", "a"), 0);
-  EXPECT_GT(ts4::CompareText("A_B", "ab"), 0);
-  EXPECT_LT(ts4::CompareText("ab", "A_B"), 0);
-}
-
-TEST(StringUtilsCase, SameText) {
-  EXPECT_TRUE(ts4::SameText("ftString", "FTSTRING"));
-  EXPECT_TRUE(ts4::SameText("", ""));
-  EXPECT_FALSE(ts4::SameText("abc", "abcd"));
-  EXPECT_FALSE(ts4::SameText("[", "{"));  // '[' and '{' differ by 0x20 but are not letters
-  EXPECT_FALSE(ts4::SameText("@", "`"));
-  EXPECT_FALSE(ts4::SameText("Ü", "ü"));
+// Ordering folds to upper case, so the punctuation between "Z" and "a" ([ \ ] ^ _ `) sorts after the
+// letters; bytes above 127 compare unsigned, after ASCII, and are not folded.
+TEST(StringUtilsCase, CompareTextAndSameTextIgnoreAsciiCase) {
+  const struct {
+    const char* a;
+    const char* b;
+    int sign;
+  } cases[] = {
+      {"Customer", "CUSTOMER", 0},
+      {"ftString", "FTSTRING", 0},
+      {"", "", 0},
+      {"abc", "ABD", -1},
+      {"ABD", "abc", 1},
+      {"ab", "ABC", -1},
+      {"abc", "AB", 1},
+      {"", "a", -1},
+      {"_", "a", 1},
+      {"A_B", "ab", 1},
+      {"[", "{", -1},
+      {"@", "`", -1},
+      {"Ü", "ü", -1},
+      {"Ü", "z", 1},
+  };
+  for (const auto& c : cases) {
+    const int compared = ts4::CompareText(c.a, c.b);
+    EXPECT_EQ((compared > 0) - (compared < 0), c.sign) << c.a << " " << c.b;
+    EXPECT_EQ(ts4::CompareText(c.b, c.a), -compared) << c.a << " " << c.b;
+    EXPECT_EQ(ts4::SameText(c.a, c.b), c.sign == 0) << c.a << " " << c.b;
+  }
 }
 
 TEST(StringUtilsCase, TrimRemovesBlanksAndControlCharacters) {
@@ -65,106 +65,70 @@ TEST(StringUtilsCase, TrimRemovesBlanksAndControlCharacters) {
 // ---------------------------------------------------------------------------
 // Separators
 
-TEST(StringUtilsSeparator, SplitsAtFirstSeparator) {
-  EXPECT_EQ(ts4::GetBeforeSep("=", "Equal=is equal to"), "Equal");
-  EXPECT_EQ(ts4::GetAfterSep("=", "Equal=is equal to"), "is equal to");
-  EXPECT_EQ(ts4::GetBeforeSep("=", "a=b=c"), "a");
-  EXPECT_EQ(ts4::GetAfterSep("=", "a=b=c"), "b=c");
-  EXPECT_EQ(ts4::GetBeforeSep("=", "=x"), "");
-  EXPECT_EQ(ts4::GetAfterSep("=", "x="), "");
-}
-
-TEST(StringUtilsSeparator, AbsentSeparator) {
-  EXPECT_EQ(ts4::GetBeforeSep("=", "no separator"), "no separator");
-  EXPECT_EQ(ts4::GetAfterSep("=", "no separator"), "");
-  EXPECT_EQ(ts4::GetBeforeSep("", "text"), "text");
-  EXPECT_EQ(ts4::GetAfterSep("", "text"), "");
-}
-
-TEST(StringUtilsSeparator, MultiCharacterSeparator) {
-  EXPECT_EQ(ts4::GetBeforeSep("->", "a-b->c->d"), "a-b");
-  EXPECT_EQ(ts4::GetAfterSep("->", "a-b->c->d"), "c->d");
-  EXPECT_EQ(ts4::GetAfterSep("->", "a-b"), "");
+TEST(StringUtilsSeparator, SplitsAtTheFirstSeparator) {
+  const struct {
+    const char* separator;
+    const char* text;
+    const char* before;
+    const char* after;
+  } cases[] = {
+      {"=", "Equal=is equal to", "Equal", "is equal to"},
+      {"=", "a=b=c", "a", "b=c"},
+      {"=", "=x", "", "x"},
+      {"=", "x=", "x", ""},
+      {"=", "no separator", "no separator", ""},
+      {"", "text", "text", ""},
+      {"->", "a-b->c->d", "a-b", "c->d"},
+      {"->", "a-b", "a-b", ""},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ts4::GetBeforeSep(c.separator, c.text), c.before) << c.separator << " in " << c.text;
+    EXPECT_EQ(ts4::GetAfterSep(c.separator, c.text), c.after) << c.separator << " in " << c.text;
+  }
 }
 
 // ---------------------------------------------------------------------------
 // Numbers
 
-struct IntCase {
-  const char* text;
-  int fallback;
-  int expected;
-};
-
-class StringUtilsXStrToInt : public ::testing::TestWithParam<IntCase> {};
-
-TEST_P(StringUtilsXStrToInt, ReadsDecimalOrFallsBack) {
-  EXPECT_EQ(ts4::XStrToInt(GetParam().text, GetParam().fallback), GetParam().expected)
-      << "text: \"" << GetParam().text << "\"";
+TEST(StringUtilsNumbers, XStrToIntReadsDecimalOrFallsBack) {
+  const std::pair<const char*, int> numbers[] = {{"42", 42},
+                                                 {"0", 0},
+                                                 {" 12 ", 12},
+                                                 {"\t12\r\n", 12},
+                                                 {"-5", -5},
+                                                 {"+5", 5},
+                                                 {"007", 7},
+                                                 {"2147483647", 2147483647},
+                                                 {"-2147483648", std::numeric_limits<int>::min()}};
+  for (const auto& [text, value] : numbers) EXPECT_EQ(ts4::XStrToInt(text, 9), value) << text;
+  for (const char* text : {"", "   ", "12a", "a12", "1 2", "1.5", "0x10", "+", "-", "- 5", "++5", "+-5",
+                           "2147483648", "-2147483649", "99999999999999999999"})
+    EXPECT_EQ(ts4::XStrToInt(text, 9), 9) << text;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    StringUtils, StringUtilsXStrToInt,
-    ::testing::Values(IntCase{"42", -1, 42}, IntCase{"0", -1, 0}, IntCase{"", 0, 0}, IntCase{"", 7, 7},
-                      IntCase{"   ", 7, 7}, IntCase{" 12 ", -1, 12}, IntCase{"\t12\r\n", -1, 12},
-                      IntCase{"-5", 0, -5}, IntCase{"+5", 0, 5}, IntCase{"007", -1, 7}, IntCase{"12a", 9, 9},
-                      IntCase{"a12", 9, 9}, IntCase{"1 2", 9, 9}, IntCase{"1.5", 9, 9}, IntCase{"0x10", 9, 9},
-                      IntCase{"+", 9, 9}, IntCase{"-", 9, 9}, IntCase{"- 5", 9, 9}, IntCase{"++5", 9, 9},
-                      IntCase{"2147483647", 0, 2147483647},
-                      IntCase{"-2147483648", 0, std::numeric_limits<int>::min()}, IntCase{"2147483648", 9, 9},
-                      IntCase{"-2147483649", 9, 9}, IntCase{"99999999999999999999", 9, 9}));
-
-// One sign only: "+-5" is not a number.
-TEST(StringUtilsNumbers, PlusThenMinusIsNotANumber) {
-  EXPECT_EQ(ts4::XStrToInt("+-5", 9), 9);
-  EXPECT_EQ(ts4::XStrToFloat("+-1.5", 9.0), 9.0);
+TEST(StringUtilsNumbers, XStrToFloatReadsPointOrCommaOrFallsBack) {
+  const std::pair<const char*, double> numbers[] = {{"1.5", 1.5},     {"1,5", 1.5}, {" 36526.5 ", 36526.5},
+                                                    {"-0.25", -0.25}, {"+2", 2},    {"36526", 36526},
+                                                    {"1e3", 1000}};
+  for (const auto& [text, value] : numbers) EXPECT_EQ(ts4::XStrToFloat(text, 7.5), value) << text;
+  for (const char* text :
+       {"", "  ", "abc", "1.5x", "1.2.3", "1,000.5", "inf", "nan", "1e999", ".", "+-1.5", "--1", "1e"})
+    EXPECT_EQ(ts4::XStrToFloat(text, 7.5), 7.5) << text;
 }
 
-TEST(StringUtilsNumbers, XStrToBool) {
-  EXPECT_TRUE(ts4::XStrToBool("1"));
-  EXPECT_TRUE(ts4::XStrToBool(" 1 "));
-  EXPECT_TRUE(ts4::XStrToBool("2"));
-  EXPECT_TRUE(ts4::XStrToBool("-1"));
-  EXPECT_TRUE(ts4::XStrToBool("true"));
-  EXPECT_TRUE(ts4::XStrToBool("TRUE"));
-  EXPECT_TRUE(ts4::XStrToBool("True"));
-  EXPECT_FALSE(ts4::XStrToBool("0"));
-  EXPECT_FALSE(ts4::XStrToBool(""));
-  EXPECT_FALSE(ts4::XStrToBool("x"));
-  EXPECT_FALSE(ts4::XStrToBool("false"));
-  EXPECT_FALSE(ts4::XStrToBool("yes"));
-  EXPECT_FALSE(ts4::XStrToBool("1x"));
-}
-
-TEST(StringUtilsNumbers, BoolRoundTrip) {
-  EXPECT_EQ(ts4::XBoolToStr(true), "1");
-  EXPECT_EQ(ts4::XBoolToStr(false), "0");
-  EXPECT_TRUE(ts4::XStrToBool(ts4::XBoolToStr(true)));
-  EXPECT_FALSE(ts4::XStrToBool(ts4::XBoolToStr(false)));
-}
-
-struct FloatWriteCase {
-  double value;
-  const char* expected;
-};
-
-class StringUtilsXFloatToStr : public ::testing::TestWithParam<FloatWriteCase> {};
-
-TEST_P(StringUtilsXFloatToStr, WritesShortestText) {
-  EXPECT_EQ(ts4::XFloatToStr(GetParam().value), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(StringUtils, StringUtilsXFloatToStr,
-                         ::testing::Values(FloatWriteCase{36526, "36526"}, FloatWriteCase{36526.5, "36526.5"},
-                                           FloatWriteCase{0.1, "0.1"}, FloatWriteCase{-2.25, "-2.25"},
-                                           FloatWriteCase{0, "0"},
-                                           FloatWriteCase{1.0 / 3, "0.3333333333333333"},
-                                           FloatWriteCase{36526.75, "36526.75"},
-                                           FloatWriteCase{123456789012.0, "123456789012"}));
-
-TEST(StringUtilsNumbers, XFloatToStrNonFiniteIsZero) {
-  EXPECT_EQ(ts4::XFloatToStr(std::numeric_limits<double>::infinity()), "0");
-  EXPECT_EQ(ts4::XFloatToStr(std::numeric_limits<double>::quiet_NaN()), "0");
+TEST(StringUtilsNumbers, XFloatToStrWritesTheShortestText) {
+  const std::pair<double, const char*> cases[] = {
+      {36526, "36526"},
+      {36526.5, "36526.5"},
+      {0.1, "0.1"},
+      {-2.25, "-2.25"},
+      {0, "0"},
+      {1.0 / 3, "0.3333333333333333"},
+      {123456789012.0, "123456789012"},
+      {std::numeric_limits<double>::infinity(), "0"},
+      {std::numeric_limits<double>::quiet_NaN(), "0"},
+  };
+  for (const auto& [value, text] : cases) EXPECT_EQ(ts4::XFloatToStr(value), text);
 }
 
 TEST(StringUtilsNumbers, XFloatToStrReadsBackExactlyAndNeverWritesComma) {
@@ -179,73 +143,53 @@ TEST(StringUtilsNumbers, XFloatToStrReadsBackExactlyAndNeverWritesComma) {
   }
 }
 
-struct FloatReadCase {
-  const char* text;
-  double fallback;
-  double expected;
-};
-
-class StringUtilsXStrToFloat : public ::testing::TestWithParam<FloatReadCase> {};
-
-TEST_P(StringUtilsXStrToFloat, ReadsPointOrCommaOrFallsBack) {
-  EXPECT_EQ(ts4::XStrToFloat(GetParam().text, GetParam().fallback), GetParam().expected)
-      << "text: \"" << GetParam().text << "\"";
+TEST(StringUtilsNumbers, Booleans) {
+  for (const char* text : {"1", " 1 ", "2", "-1", "true", "TRUE", "True"}) EXPECT_TRUE(ts4::XStrToBool(text));
+  for (const char* text : {"0", "", "x", "false", "yes", "1x"}) EXPECT_FALSE(ts4::XStrToBool(text)) << text;
+  EXPECT_EQ(ts4::XBoolToStr(true), "1");
+  EXPECT_EQ(ts4::XBoolToStr(false), "0");
 }
-
-INSTANTIATE_TEST_SUITE_P(StringUtils, StringUtilsXStrToFloat,
-                         ::testing::Values(FloatReadCase{"1.5", -1, 1.5}, FloatReadCase{"1,5", -1, 1.5},
-                                           FloatReadCase{" 36526.5 ", -1, 36526.5},
-                                           FloatReadCase{"-0.25", -1, -0.25}, FloatReadCase{"+2", -1, 2},
-                                           FloatReadCase{"36526", -1, 36526}, FloatReadCase{"1e3", -1, 1000},
-                                           FloatReadCase{"", 7.5, 7.5}, FloatReadCase{"  ", 7.5, 7.5},
-                                           FloatReadCase{"abc", 7.5, 7.5}, FloatReadCase{"1.5x", 7.5, 7.5},
-                                           FloatReadCase{"1.2.3", 7.5, 7.5},
-                                           FloatReadCase{"1,000.5", 7.5, 7.5}, FloatReadCase{"inf", 7.5, 7.5},
-                                           FloatReadCase{"nan", 7.5, 7.5}, FloatReadCase{"1e999", 7.5, 7.5},
-                                           FloatReadCase{".", 7.5, 7.5}));
 
 // ---------------------------------------------------------------------------
 // Replacing
 
-TEST(StringUtilsReplace, ReplacesEveryOccurrence) {
-  EXPECT_EQ(ts4::ReplaceStr("a.b.c", ".", "::"), "a::b::c");
-  EXPECT_EQ(ts4::ReplaceStr("aaa", "aa", "b"), "ba");  // left to right, no overlap
-  EXPECT_EQ(ts4::ReplaceStr("abc", "x", "y"), "abc");
-  EXPECT_EQ(ts4::ReplaceStr("abab", "ab", ""), "");
-  EXPECT_EQ(ts4::ReplaceStr("a", "a", "aa"), "aa");  // the replacement is not searched again
-  EXPECT_EQ(ts4::ReplaceStr("", "a", "b"), "");
-}
-
-TEST(StringUtilsReplace, ReplaceStrIsCaseSensitive) {
-  EXPECT_EQ(ts4::ReplaceStr("Name NAME name", "name", "x"), "Name NAME x");
-}
-
-TEST(StringUtilsReplace, XReplaceStrCaseFlag) {
-  EXPECT_EQ(ts4::XReplaceStr("Name NAME name", "name", "x", true), "x x x");
-  EXPECT_EQ(ts4::XReplaceStr("Name NAME name", "name", "x", false), "Name NAME x");
-  EXPECT_EQ(ts4::XReplaceStr(":Param1 and :param1", ":PARAM1", "?", true), "? and ?");
-  EXPECT_EQ(ts4::XReplaceStr("MÜLLER müller", "müller", "x", true), "MÜLLER x");
-}
-
-TEST(StringUtilsReplace, EmptySearchReturnsTheText) {
-  EXPECT_EQ(ts4::ReplaceStr("abc", "", "x"), "abc");
-  EXPECT_EQ(ts4::XReplaceStr("abc", "", "x", true), "abc");
-  EXPECT_EQ(ts4::XReplaceStr("abc", "", "x", false), "abc");
+// Every occurrence, left to right, without searching the replacement again.
+TEST(StringUtilsReplace, ReplacesEveryOccurrenceWithOrWithoutCase) {
+  const struct {
+    const char* text;
+    const char* search;
+    const char* replacement;
+    const char* exact;
+    const char* ignoringCase;
+  } cases[] = {
+      {"a.b.c", ".", "::", "a::b::c", "a::b::c"},
+      {"aaa", "aa", "b", "ba", "ba"},
+      {"abc", "x", "y", "abc", "abc"},
+      {"abab", "ab", "", "", ""},
+      {"a", "a", "aa", "aa", "aa"},
+      {"", "a", "b", "", ""},
+      {"abc", "", "x", "abc", "abc"},
+      {"Name NAME name", "name", "x", "Name NAME x", "x x x"},
+      {":Param1 and :param1", ":PARAM1", "?", ":Param1 and :param1", "? and ?"},
+      {"MÜLLER müller", "müller", "x", "MÜLLER x", "MÜLLER x"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ts4::ReplaceStr(c.text, c.search, c.replacement), c.exact) << c.text;
+    EXPECT_EQ(ts4::XReplaceStr(c.text, c.search, c.replacement, false), c.exact) << c.text;
+    EXPECT_EQ(ts4::XReplaceStr(c.text, c.search, c.replacement, true), c.ignoringCase) << c.text;
+  }
 }
 
 // ---------------------------------------------------------------------------
 // Quoting
 
-TEST(StringUtilsQuote, QuotedStringDoublesInnerQuotes) {
+TEST(StringUtilsQuote, QuotedStringDoublesInnerQuotesAndUnquotedStringUndoesIt) {
   EXPECT_EQ(ts4::QuotedString("abc", '\''), "'abc'");
   EXPECT_EQ(ts4::QuotedString("it's", '\''), "'it''s'");
   EXPECT_EQ(ts4::QuotedString("", '\''), "''");
   EXPECT_EQ(ts4::QuotedString("'", '\''), "''''");
   EXPECT_EQ(ts4::QuotedString(R"(say "hi")", '"'), R"("say ""hi""")");
   EXPECT_EQ(ts4::QuotedString("it's", '"'), R"("it's")");
-}
-
-TEST(StringUtilsQuote, UnquotedStringUndoesQuotedString) {
   for (const char* text : {"", "abc", "it's", "''", "'", "a''b", "Müller's", " 'x' "}) {
     EXPECT_EQ(ts4::UnquotedString(ts4::QuotedString(text, '\''), '\''), text);
     EXPECT_EQ(ts4::UnquotedString(ts4::QuotedString(text, '"'), '"'), text);
@@ -253,53 +197,50 @@ TEST(StringUtilsQuote, UnquotedStringUndoesQuotedString) {
 }
 
 TEST(StringUtilsQuote, UnquotedStringLeavesOtherTextAlone) {
-  EXPECT_EQ(ts4::UnquotedString("abc", '\''), "abc");
-  EXPECT_EQ(ts4::UnquotedString("'abc", '\''), "'abc");
-  EXPECT_EQ(ts4::UnquotedString("abc'", '\''), "abc'");
-  EXPECT_EQ(ts4::UnquotedString("'", '\''), "'");
-  EXPECT_EQ(ts4::UnquotedString("", '\''), "");
-  EXPECT_EQ(ts4::UnquotedString("\"abc\"", '\''), "\"abc\"");
-  EXPECT_EQ(ts4::UnquotedString(" 'abc' ", '\''), " 'abc' ");
+  for (const char* text : {"abc", "'abc", "abc'", "'", "", "\"abc\"", " 'abc' "})
+    EXPECT_EQ(ts4::UnquotedString(text, '\''), text);
 }
 
 // ---------------------------------------------------------------------------
 // Searching
 
-TEST(StringUtilsSearch, CXPosIsOneBasedFromStart) {
-  EXPECT_EQ(ts4::CXPos("b", "abcb", 1, 0), 2);
-  EXPECT_EQ(ts4::CXPos("a", "abcb", 1, 0), 1);
-  EXPECT_EQ(ts4::CXPos("b", "abcb", 2, 0), 2);  // start is inclusive
-  EXPECT_EQ(ts4::CXPos("b", "abcb", 3, 0), 4);
-  EXPECT_EQ(ts4::CXPos("cb", "abcb", 1, 0), 3);
-  EXPECT_EQ(ts4::CXPos("b", "abcb", 0, 0), 2);  // a start before the text counts as 1
+// One-based from an inclusive start (before the text counts as 1); option 1 ignores ASCII case.
+TEST(StringUtilsSearch, CXPos) {
+  const struct {
+    const char* sub;
+    const char* text;
+    int start;
+    int option;
+    int expected;
+  } cases[] = {
+      {"b", "abcb", 1, 0, 2},
+      {"a", "abcb", 1, 0, 1},
+      {"b", "abcb", 2, 0, 2},
+      {"b", "abcb", 3, 0, 4},
+      {"cb", "abcb", 1, 0, 3},
+      {"b", "abcb", 0, 0, 2},
+      {"WHERE", "select * where x", 1, 1, 10},
+      {"WHERE", "select * where x", 1, 0, 0},
+      {"where", "select * where x", 1, 0, 10},
+      {"Ü", "ü", 1, 1, 0},
+      {"x", "abc", 1, 0, 0},
+      {"a", "abc", 2, 0, 0},
+      {"c", "abc", 3, 0, 3},
+      {"c", "abc", 4, 0, 0},
+      {"c", "abc", 100, 1, 0},
+      {"abcd", "abc", 1, 0, 0},
+      {"", "abc", 1, 0, 0},
+      {"a", "", 1, 0, 0},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(ts4::CXPos(c.sub, c.text, c.start, c.option), c.expected)
+        << c.sub << " in " << c.text << " from " << c.start << " option " << c.option;
 }
 
-TEST(StringUtilsSearch, CXPosOptionSelectsCase) {
-  EXPECT_EQ(ts4::CXPos("WHERE", "select * where x", 1, 1), 10);
-  EXPECT_EQ(ts4::CXPos("WHERE", "select * where x", 1, 0), 0);
-  EXPECT_EQ(ts4::CXPos("where", "select * where x", 1, 0), 10);
-  EXPECT_EQ(ts4::CXPos("Ü", "ü", 1, 1), 0);
-}
-
-TEST(StringUtilsSearch, CXPosAbsentOrOutOfRange) {
-  EXPECT_EQ(ts4::CXPos("x", "abc", 1, 0), 0);
-  EXPECT_EQ(ts4::CXPos("a", "abc", 2, 0), 0);
-  EXPECT_EQ(ts4::CXPos("c", "abc", 3, 0), 3);
-  EXPECT_EQ(ts4::CXPos("c", "abc", 4, 0), 0);
-  EXPECT_EQ(ts4::CXPos("c", "abc", 100, 1), 0);
-  EXPECT_EQ(ts4::CXPos("abcd", "abc", 1, 0), 0);
-  EXPECT_EQ(ts4::CXPos("", "abc", 1, 0), 0);
-  EXPECT_EQ(ts4::CXPos("a", "", 1, 0), 0);
-}
-
-TEST(StringUtilsSearch, CharCount) {
+TEST(StringUtilsSearch, CharCountAndStrInList) {
   EXPECT_EQ(ts4::CharCount('.', "a.b.c"), 2);
   EXPECT_EQ(ts4::CharCount('.', ""), 0);
-  EXPECT_EQ(ts4::CharCount('x', "abc"), 0);
   EXPECT_EQ(ts4::CharCount('A', "aAa"), 1);
-}
-
-TEST(StringUtilsSearch, StrInListIgnoresCase) {
   const ts4::TStrings list{"Orders", "Customers"};
   EXPECT_TRUE(ts4::StrInList("ORDERS", list));
   EXPECT_TRUE(ts4::StrInList("customers", list));
@@ -320,21 +261,11 @@ TEST(StringUtilsMisc, Replicate) {
 }
 
 TEST(StringUtilsMisc, EqualToSpacesIgnoresEveryBlank) {
-  EXPECT_TRUE(ts4::EqualToSpaces("a b c", "abc"));
-  EXPECT_TRUE(ts4::EqualToSpaces(" a", "a "));
-  EXPECT_TRUE(ts4::EqualToSpaces("a  =  b", "a=b"));
-  EXPECT_TRUE(ts4::EqualToSpaces("", "   "));
-  EXPECT_TRUE(ts4::EqualToSpaces("", ""));
-  EXPECT_FALSE(ts4::EqualToSpaces("ab", "ac"));
-  EXPECT_FALSE(ts4::EqualToSpaces("a", ""));
-  EXPECT_FALSE(ts4::EqualToSpaces("ab", "a"));
-  EXPECT_FALSE(ts4::EqualToSpaces("A", "a"));  // case still counts
-}
-
-TEST(StringUtilsMisc, MinInt) {
-  static_assert(ts4::MinInt(3, 5) == 3);
-  EXPECT_EQ(ts4::MinInt(-1, -2), -2);
-  EXPECT_EQ(ts4::MinInt(4, 4), 4);
+  const std::pair<const char*, const char*> equal[] = {
+      {"a b c", "abc"}, {" a", "a "}, {"a  =  b", "a=b"}, {"", "   "}, {"", ""}};
+  const std::pair<const char*, const char*> different[] = {{"ab", "ac"}, {"a", ""}, {"ab", "a"}, {"A", "a"}};
+  for (const auto& [a, b] : equal) EXPECT_TRUE(ts4::EqualToSpaces(a, b)) << a;
+  for (const auto& [a, b] : different) EXPECT_FALSE(ts4::EqualToSpaces(a, b)) << a;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QScrollBar>
 
+#include "foundation/error.h"
 #include "panel/dropdown_label.h"
 #include "panel/query_panel_fixture.h"
 #include "panel/row_controls.h"
@@ -102,6 +103,18 @@ TEST_F(QueryPanelTest, TheCurrentRowIsPaintedWithItsWordFramed) {
   TQPAppearanceOptions options = panel_->Appearance()->Options();
   panel_->Appearance()->SetOptions(options.Exclude(aoAllowKeyboard));
   EXPECT_EQ(pixel({1, word.center().y()}), panel_->viewport()->palette().color(QPalette::Window));
+}
+
+TEST_F(QueryPanelTest, AppearanceStoresWhatDiffersFromItsDeclaredDefault) {
+  TQPAppearance& look = *panel_->ViewOptions();
+  EXPECT_EQ(&look, panel_->Appearance());
+  EXPECT_EQ(look.BoolOpColor(), QColor(Qt::black));
+  EXPECT_TRUE(look.IsStored("BoolOpColor")) << "black is not its declared blue";
+  EXPECT_FALSE(look.IsStored("FieldColor"));
+  look.SetBoolOpColor(QColor(0, 0, 255));
+  EXPECT_FALSE(look.IsStored("BoolOpColor"));
+  EXPECT_THROW(look.SetStyleOrdinal(2), EWQueryPanelError);
+  EXPECT_EQ(look.Style(), psGroups);
 }
 
 }  // namespace

@@ -3,10 +3,12 @@
 
 #include "query/captions.h"
 #include "query/query.h"
+#include "test_support.h"
 
 namespace {
 
 using Lines = std::vector<std::string>;
+using ts4test::StringsOf;
 
 /// The default table as the captions loader gives it: each section followed by an empty line.
 Lines FullDefaults(const ts4::TWQuery& query) {
@@ -22,12 +24,6 @@ Lines With(Lines lines, const std::string& name, const std::string& value) {
   return lines;
 }
 
-ts4::TStrings List(const Lines& lines) {
-  ts4::TStrings list;
-  for (const std::string& line : lines) list.Add(line);
-  return list;
-}
-
 TEST(Captions, PartialTablesGiveTheWholeTable) {
   ts4::TWQuery query;
   const Lines full = FullDefaults(query);
@@ -40,7 +36,7 @@ TEST(Captions, PartialTablesGiveTheWholeTable) {
       {{}, full},
   };
   for (const auto& [source, expected] : cases) {
-    ts4::TStrings value = List(source);
+    ts4::TStrings value = StringsOf(source);
     query.SetTitles(value);
     EXPECT_EQ(query.Titles().Lines(), expected) << (source.empty() ? "" : source.front());
     // Old section names are renamed in the given list too.
@@ -71,7 +67,7 @@ TEST(Captions, StoredFormTables) {
       {{}, full},
   };
   for (const auto& [stored, expected] : cases) {
-    query.LoadStoredTitles(List(stored));
+    query.LoadStoredTitles(StringsOf(stored));
     EXPECT_EQ(query.Titles().Lines(), expected) << (stored.empty() ? "" : stored.front());
     EXPECT_EQ(query.DesignTitles(), query.Titles());
   }

@@ -114,65 +114,50 @@ TEST(ConditionText, HandlerAndBracketOption) {
   EXPECT_EQ(calls, 2);
 }
 
-struct BracketCase {
-  const char* name;
-  ts4::TFilterLinkType rootLink;
-  ts4::TFilterLinkType innerLink;
-  bool disableFirst;
-  bool emptyInner;
-  Lines expected;
-};
-
-class BracketText : public testing::TestWithParam<BracketCase> {};
-
-// Root: a, bracket(b, c), d.
-TEST_P(BracketText, JoinsEnabledRows) {
-  const BracketCase& c = GetParam();
-  TSampleStructure s;
-  ts4::TWQuery query(&s.db);
-  ts4::TFilterBracket& root = query.Root();
-  root.SetLinkType(c.rootLink);
-  s.Cond(root, "CITY", "Equal", "a").SetEnabled(!c.disableFirst);
-  ts4::TFilterBracket& inner = *root.AddBracket();
-  inner.SetLinkType(c.innerLink);
-  if (!c.emptyInner) {
-    s.Cond(inner, "CITY", "Equal", "b");
-    s.Cond(inner, "CITY", "Equal", "c");
+// Root: a, bracket(b, c), d; the enabled rows are joined by their bracket's link type.
+TEST(BracketText, JoinsEnabledRows) {
+  const struct {
+    ts4::TFilterLinkType rootLink;
+    ts4::TFilterLinkType innerLink;
+    bool disableFirst;
+    bool emptyInner;
+    Lines expected;
+  } cases[] = {
+      {ts4::fltAll,
+       ts4::fltAny,
+       false,
+       false,
+       {" (", "C.CITY = 'a' AND", " (", "C.CITY = 'b' OR", "C.CITY = 'c'", ") AND", "C.CITY = 'd'", ")"}},
+      {ts4::fltNone,
+       ts4::fltNotAll,
+       false,
+       false,
+       {" NOT (", "C.CITY = 'a' OR", " NOT (", "C.CITY = 'b' AND", "C.CITY = 'c'", ") OR", "C.CITY = 'd'",
+        ")"}},
+      {ts4::fltAny,
+       ts4::fltAll,
+       true,
+       false,
+       {" (", " (", "C.CITY = 'b' AND", "C.CITY = 'c'", ") OR", "C.CITY = 'd'", ")"}},
+      // An empty bracket leaves no trace.
+      {ts4::fltAll, ts4::fltNone, false, true, {" (", "C.CITY = 'a' AND", "C.CITY = 'd'", ")"}},
+  };
+  for (const auto& c : cases) {
+    TSampleStructure s;
+    ts4::TWQuery query(&s.db);
+    ts4::TFilterBracket& root = query.Root();
+    root.SetLinkType(c.rootLink);
+    s.Cond(root, "CITY", "Equal", "a").SetEnabled(!c.disableFirst);
+    ts4::TFilterBracket& inner = *root.AddBracket();
+    inner.SetLinkType(c.innerLink);
+    if (!c.emptyInner) {
+      s.Cond(inner, "CITY", "Equal", "b");
+      s.Cond(inner, "CITY", "Equal", "c");
+    }
+    s.Cond(root, "CITY", "Equal", "d");
+    EXPECT_EQ(WhereLines(query), c.expected);
   }
-  s.Cond(root, "CITY", "Equal", "d");
-  EXPECT_EQ(WhereLines(query), c.expected);
 }
-
-INSTANTIATE_TEST_SUITE_P(Shapes, BracketText,
-                         testing::Values(BracketCase{"AllAny",
-                                                     ts4::fltAll,
-                                                     ts4::fltAny,
-                                                     false,
-                                                     false,
-                                                     {" (", "C.CITY = 'a' AND", " (", "C.CITY = 'b' OR",
-                                                      "C.CITY = 'c'", ") AND", "C.CITY = 'd'", ")"}},
-                                         BracketCase{
-                                             "NoneNotAll",
-                                             ts4::fltNone,
-                                             ts4::fltNotAll,
-                                             false,
-                                             false,
-                                             {" NOT (", "C.CITY = 'a' OR", " NOT (", "C.CITY = 'b' AND",
-                                              "C.CITY = 'c'", ") OR", "C.CITY = 'd'", ")"}},
-                                         BracketCase{"DisabledFirst",
-                                                     ts4::fltAny,
-                                                     ts4::fltAll,
-                                                     true,
-                                                     false,
-                                                     {" (", " (", "C.CITY = 'b' AND", "C.CITY = 'c'", ") OR",
-                                                      "C.CITY = 'd'", ")"}},
-                                         BracketCase{"EmptyInnerLeavesNoTrace",
-                                                     ts4::fltAll,
-                                                     ts4::fltNone,
-                                                     false,
-                                                     true,
-                                                     {" (", "C.CITY = 'a' AND", "C.CITY = 'd'", ")"}}),
-                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(BracketText, RowsThatWriteNothing) {
   TSampleStructure s;

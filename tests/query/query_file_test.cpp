@@ -1,10 +1,6 @@
 // The query text: exact layout, reading back, old texts, errors that leave the query as it was.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
 #include "query/old_options.h"
 #include "sample_structure.h"
 #include "test_support.h"
@@ -12,18 +8,13 @@
 namespace {
 
 using Lines = std::vector<std::string>;
+using ts4test::StringsOf;
 using ts4test::TSampleStructure;
 
 Lines Saved(ts4::TWQuery& query) {
   ts4::TStrings lines;
   query.SaveToStrings(lines);
   return lines.Lines();
-}
-
-ts4::TStrings List(const Lines& lines) {
-  ts4::TStrings list;
-  for (const std::string& line : lines) list.Add(line);
-  return list;
 }
 
 ts4::TFilterCond& Cond(const ts4::TWQuery& query, const char* id) {
@@ -79,18 +70,15 @@ TEST(QueryFile, SmallQueryWritesAndReadsBack) {
   EXPECT_EQ(loaded.LoadedVersion(), 3.3);
 
   // Files are written with CR LF; captions, when kept, come first.
-  const auto name = std::filesystem::temp_directory_path() / "ts4_query_file_test.qry";
+  const ts4test::TTempFile file("small.qry");
   q.query.SetSaveTitles(true);
-  q.query.SaveToFile(name.string());
-  std::ostringstream bytes;
-  bytes << std::ifstream(name, std::ios::binary).rdbuf();
-  std::filesystem::remove(name);
+  q.query.SaveToFile(file.Name());
   ts4::TStrings whole = q.query.Titles();  // the built-in table, each section ended by an empty line
   whole.Insert(19, "");
   whole.Add("");
   whole.Add("");
   whole.AddStrings(expected);
-  EXPECT_EQ(bytes.str(), whole.Text() + "\r\n");
+  EXPECT_EQ(file.Read(), whole.Text() + "\r\n");
 }
 
 // Found by fuzzing: the built-in captions came back with the empty lines
@@ -221,7 +209,7 @@ TEST(QueryFile, BadTextsLeaveTheQueryAsItWas) {
   const Lines before = Saved(q.query);
   const ts4::TFilterRow* first = q.query.Root().GetRow(0);
   for (const auto& [lines, code, message] : cases) {
-    const ts4::TStrings text = List(lines);
+    const ts4::TStrings text = StringsOf(lines);
     ts4test::ExpectError<ts4::EWQueryPanelError>([&] { q.query.LoadFromStrings(text); }, code, message);
     EXPECT_EQ(Saved(q.query), before);
     EXPECT_EQ(q.query.Root().GetRow(0), first);
@@ -229,19 +217,19 @@ TEST(QueryFile, BadTextsLeaveTheQueryAsItWas) {
     EXPECT_EQ(q.query.State(), ts4::stIdle);
   }
   ts4::TWQuery alone;
-  ts4test::ExpectError<ts4::EWQueryPanelError>([&] { alone.LoadFromStrings(List(before)); }, 3,
+  ts4test::ExpectError<ts4::EWQueryPanelError>([&] { alone.LoadFromStrings(StringsOf(before)); }, 3,
                                                "DbStruct is not specified");
 
   // The deepest nesting allowed reads, writes and reads again.
-  q.query.LoadFromStrings(List(NestedRows(ts4::MaxBracketDepth)));
-  q.query.LoadFromStrings(List(Saved(q.query)));
+  q.query.LoadFromStrings(StringsOf(NestedRows(ts4::MaxBracketDepth)));
+  q.query.LoadFromStrings(StringsOf(Saved(q.query)));
   EXPECT_EQ(q.query.Root().BracketHeight(), ts4::MaxBracketDepth);
 }
 
 TEST(QueryFile, OlderTexts) {
   TSampleStructure s;
   ts4::TWQuery query(&s.db);
-  query.LoadFromStrings(List({
+  query.LoadFromStrings(StringsOf({
       "[Titles]",  "Title2= every ", "Title13=gone",     "[Main]",      "Version=2.1",                   //
       "[RFields]", "Count=2",        "[RField1]",        "Fields=99",   "[RField2]",   "Fields=2",       //
       "[Row]",     "RowType=1",      "LinkType=1",       "RowCount=3",                                   //
@@ -269,11 +257,11 @@ TEST(QueryFile, CaptionsOfTheText) {
   TSampleStructure s;
   ts4::TWQuery query(&s.db);
   query.SetTitle("ttlAny", "some");
-  query.LoadFromStrings(List({"[PanelTitles]", "ttlAll=every", "[Main]", "Version=3.3"}));
+  query.LoadFromStrings(StringsOf({"[PanelTitles]", "ttlAll=every", "[Main]", "Version=3.3"}));
   EXPECT_EQ(query.GetTitle("ttlAll"), "every");
   EXPECT_EQ(query.GetTitle("ttlAny"), "any");  // laid over the design-time captions
   query.SetSaveTitles(false);
-  query.LoadFromStrings(List({"[Query Panel]", "ttlAll=each", "[Main]", "Version=3.3"}));
+  query.LoadFromStrings(StringsOf({"[Query Panel]", "ttlAll=each", "[Main]", "Version=3.3"}));
   EXPECT_EQ(query.GetTitle("ttlAll"), "every");
 }
 

@@ -16,11 +16,12 @@ std::string Name(const ts4::TFilterBracket& bracket) {
   return bracket.Parent() == nullptr ? "root" : bracket.RowID();
 }
 
-template <typename Set, typename Enum, std::size_t N>
-std::string Names(Set set, const std::array<std::pair<Enum, const char*>, N>& names) {
+/// The names of the members of an aspect set, joined by "+".
+template <typename Set, std::size_t N>
+std::string Names(Set set, const std::array<const char*, N>& names) {
   std::string text;
-  for (const auto& [member, name] : names)
-    if (set.Contains(member)) text += (text.empty() ? "" : "+") + std::string(name);
+  for (std::size_t i = 0; i < N; ++i)
+    if (set.Bits() & (std::uint64_t{1} << i)) text += (text.empty() ? "" : "+") + std::string(names[i]);
   return text;
 }
 
@@ -58,28 +59,13 @@ struct TRecorder : ts4::TQueryObserver {
     log.push_back("renumbered " + Name(b) + " " + std::to_string(first));
   }
   void RowChanged(const ts4::TFilterRow& row, ts4::TRowAspects aspects) override {
-    static constexpr std::array<std::pair<ts4::TRowAspect, const char*>, 9> names = {{
-        {ts4::raField, "field"},
-        {ts4::raOperator, "operator"},
-        {ts4::raValues, "values"},
-        {ts4::raCaptions, "captions"},
-        {ts4::raHints, "hints"},
-        {ts4::raParams, "params"},
-        {ts4::raLinkType, "link"},
-        {ts4::raEnabled, "enabled"},
-        {ts4::raHidden, "hidden"},
-    }};
+    static constexpr std::array<const char*, 9> names = {"field",  "operator", "values",  "captions", "hints",
+                                                         "params", "link",     "enabled", "hidden"};
     log.push_back("row " + row.RowID() + " " + Names(aspects, names));
   }
   void QueryChanged(ts4::TQueryAspects aspects) override {
-    static constexpr std::array<std::pair<ts4::TQueryAspect, const char*>, 6> names = {{
-        {ts4::qaCaptions, "captions"},
-        {ts4::qaSettings, "settings"},
-        {ts4::qaResultFields, "result fields"},
-        {ts4::qaParameters, "parameters"},
-        {ts4::qaStructure, "structure"},
-        {ts4::qaActive, "active"},
-    }};
+    static constexpr std::array<const char*, 6> names = {"captions",   "settings",  "result fields",
+                                                         "parameters", "structure", "active"};
     log.push_back("query " + Names(aspects, names));
   }
   void CloseEditors() override { log.push_back("close editors"); }

@@ -152,29 +152,6 @@ TEST(SQLParser, SubQueryValue) {
   EXPECT_EQ(in.GetSQLExpr(), "x in (select id from U where y = 1 and z = 2)");
 }
 
-TEST(SQLParser, GeneratedStatementsReadBack) {
-  auto parser = Parsed(
-      "SELECT DISTINCT O.ORDER_ID, O.STATUS, E.LAST_NAME\n"
-      "FROM CUSTOMERS C\n"
-      "     LEFT OUTER JOIN ORDERS O ON (C.CUST_ID=O.CUST_ID)\n"
-      "     INNER JOIN EMPLOYEES E ON (O.EMP_ID=E.EMP_ID)\n"
-      "WHERE\n (\n (\nO.STATUS = 'O' OR\n (\nO.STATUS = 'S' AND\nO.SHIP_DATE >'2024-06-30'\n)\n) AND\n"
-      " NOT (\nE.LAST_NAME in ('Fuller','Leverling')\n)\n)\n"
-      "ORDER BY 1 ASC");
-  EXPECT_EQ(Tables(*parser), "CUSTOMERS C;ORDERS O;EMPLOYEES E;");
-  EXPECT_EQ(Tree(*parser->Result().Where),
-            "and[or[O.STATUS = 'O', and[O.STATUS = 'S', O.SHIP_DATE > '2024-06-30']], "
-            "not E.LAST_NAME in ('Fuller','Leverling')]");
-  EXPECT_EQ(parser->Result().ResultFields[0]->SortOrder, 1);
-
-  parser = Parsed(
-      "SELECT C.NAME\nFROM CUSTOMERS C, \n ORDERS O\nWHERE\n   (C.CUST_ID=O.CUST_ID (+) ) AND\n (\n"
-      "NOT (\nO.STATUS = 'O' OR\nO.STATUS = 'S'\n)\n)");
-  EXPECT_EQ(Tables(*parser), "CUSTOMERS C;ORDERS O;");
-  EXPECT_EQ(Tree(*parser->Result().Where),
-            "and[C.CUST_ID = O.CUST_ID (+), not or[O.STATUS = 'O', O.STATUS = 'S']]");
-}
-
 std::string Nested(int levels, std::string_view open, std::string_view inner, std::string_view close) {
   std::string text = "select * from T where ";
   for (int i = 0; i < levels; ++i) text += open;

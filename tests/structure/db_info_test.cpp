@@ -52,20 +52,4 @@ TEST(DBFieldList, FindByNameAndStoredAttributes) {
   EXPECT_EQ(list.Count(), 0);
 }
 
-TEST(DBInfo, BaseProviderKnowsNothing) {
-  ts4::TWDBInfo info;
-  ts4::TStrings list{"stale"};
-  info.GetDatabaseNames(list);
-  EXPECT_EQ(list.Count(), 1) << "the base leaves the list as it was";
-  ts4::TStrings values;
-  ts4::TStrings items;
-  info.GetSQLValues("select 1, 2", values, items);
-  EXPECT_TRUE(values.Empty());
-  EXPECT_TRUE(items.Empty());
-  EXPECT_EQ(info.GetFieldList("any").Count(), 0);
-  ts4::TStrings saved;
-  info.SaveInfo(saved);
-  EXPECT_TRUE(saved.Empty());
-}
-
 }  // namespace

@@ -38,12 +38,15 @@ TEST(FieldSQL, DataAndVirtualFields) {
 TEST(FieldSQL, QuoteSymbolsFollowTheStructure) {
   TWDBStructure db;
   ts4::TSQLFormats formats;
-  formats.SetQuoteSymbol1('`');
-  formats.SetQuoteSymbol2('`');
+  formats.SetQuoteSymbol1('[');
+  formats.SetQuoteSymbol2(']');
   db.SetSQLFormats(formats);
-  ts4::TDSField* field = db.AddField(ts4::wfkData, "Last Name", "", db.AddTable("emp", "E"));
+  ts4::TDSTable* table = db.AddTable("Order Items", "Itm");
+  table->SetQuoted(true);
+  ts4::TDSField* field = db.AddField(ts4::wfkData, "Last Name", "", table);
   field->SetQuoted(true);
-  EXPECT_EQ(field->GetSQLExpr(), "E.`Last Name`");
+  EXPECT_EQ(table->GetSQLExpr(), "[Order Items] Itm");
+  EXPECT_EQ(field->GetSQLExpr(), "Itm.[Last Name]");
 }
 
 TEST(Field, NameAndExpressionBelongToTheirKinds) {
@@ -103,23 +106,6 @@ TEST(Field, IdsAreUniqueAndFollowExplicitOnes) {
   EXPECT_EQ(third->ID(), 41);
   EXPECT_EQ(db.FieldByID(40), second);
   EXPECT_EQ(db.FieldByID(2), nullptr);
-}
-
-TEST(Field, SettingsAndDefaults) {
-  TWDBStructure db;
-  ts4::TDSField* field = db.AddField(ts4::wfkVirtual, "1", "", nullptr);
-  EXPECT_TRUE(field->UseInConditions());
-  EXPECT_TRUE(field->UseInResult());
-  EXPECT_EQ(field->EditType(), ts4::etAuto);
-  field->SetUseInConditions(false);
-  field->SetUseInResult(false);
-  field->SetEditType(ts4::etSQL);
-  field->SetFieldSize(40);
-  EXPECT_FALSE(field->UseInConditions());
-  EXPECT_FALSE(field->UseInResult());
-  EXPECT_EQ(field->EditType(), ts4::etSQL);
-  EXPECT_EQ(field->FieldSize(), 40);
-  EXPECT_EQ(field->ValueAsString("O'Neil"), "O'Neil");
 }
 
 }  // namespace

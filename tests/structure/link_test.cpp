@@ -6,53 +6,40 @@ namespace {
 
 using ts4::TWDBStructure;
 
-struct LinkSQLCase {
-  const char* label;
-  ts4::TDSLinkType type;
-  ts4::TSQLSyntax syntax;
-  const char* fields1;
-  const char* fields2;
-  bool quoteFields;
-  const char* sql;
-};
-
-class LinkSQL : public testing::TestWithParam<LinkSQLCase> {};
-
-TEST_P(LinkSQL, WritesEachPairInParentheses) {
-  const LinkSQLCase& c = GetParam();
-  TWDBStructure db;
-  ts4::TDSTable* orders = db.AddTable("orders", "Ord");
-  ts4::TDSTable* customers = db.AddTable("customer", "Cust");
-  orders->SetQuoted(true);  // table quoting never reaches the aliases
-  ts4::TDSLink* link = db.AddLink(*orders, *customers, c.fields1, c.fields2, c.type);
-  link->SetQuoteFields(c.quoteFields);
-  EXPECT_EQ(link->GetSQLExpr(c.syntax), c.sql);
+// Each pair in parentheses; the outer-join marker only in that syntax; table quoting never reaches the
+// aliases.
+TEST(Link, SQLWritesEachPairInParentheses) {
+  const struct {
+    ts4::TDSLinkType type;
+    ts4::TSQLSyntax syntax;
+    const char* fields1;
+    const char* fields2;
+    bool quoteFields;
+    const char* sql;
+  } cases[] = {
+      {ts4::ltInner, ts4::ssSQL2, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
+      {ts4::ltInner, ts4::ssOracle, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
+      {ts4::ltOuterLeft, ts4::ssOracle, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo (+) )"},
+      {ts4::ltOuterRight, ts4::ssOracle, "CustNo", "CustNo", false, "(Ord.CustNo (+) =Cust.CustNo)"},
+      {ts4::ltOuterFull, ts4::ssOracle, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
+      {ts4::ltOuterLeft, ts4::ssSQL2, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
+      {ts4::ltOuterLeft, ts4::ssSQL1, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
+      {ts4::ltInner, ts4::ssSQL2, "CustNo,Branch", "CustNo,BranchNo", false,
+       "(Ord.CustNo=Cust.CustNo) and (Ord.Branch=Cust.BranchNo)"},
+      {ts4::ltOuterLeft, ts4::ssOracle, "CustNo,Branch", "CustNo,BranchNo", false,
+       "(Ord.CustNo=Cust.CustNo (+) ) and (Ord.Branch=Cust.BranchNo (+) )"},
+      {ts4::ltInner, ts4::ssSQL2, "\"Cust No\"", "CustNo", true, "(Ord.\"Cust No\"=Cust.\"CustNo\")"},
+  };
+  for (const auto& c : cases) {
+    TWDBStructure db;
+    ts4::TDSTable* orders = db.AddTable("orders", "Ord");
+    ts4::TDSTable* customers = db.AddTable("customer", "Cust");
+    orders->SetQuoted(true);
+    ts4::TDSLink* link = db.AddLink(*orders, *customers, c.fields1, c.fields2, c.type);
+    link->SetQuoteFields(c.quoteFields);
+    EXPECT_EQ(link->GetSQLExpr(c.syntax), c.sql);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Links, LinkSQL,
-    testing::Values(LinkSQLCase{"Inner", ts4::ltInner, ts4::ssSQL2, "CustNo", "CustNo", false,
-                                "(Ord.CustNo=Cust.CustNo)"},
-                    LinkSQLCase{"InnerMarkerSyntax", ts4::ltInner, ts4::ssOracle, "CustNo", "CustNo", false,
-                                "(Ord.CustNo=Cust.CustNo)"},
-                    LinkSQLCase{"LeftMarker", ts4::ltOuterLeft, ts4::ssOracle, "CustNo", "CustNo", false,
-                                "(Ord.CustNo=Cust.CustNo (+) )"},
-                    LinkSQLCase{"RightMarker", ts4::ltOuterRight, ts4::ssOracle, "CustNo", "CustNo", false,
-                                "(Ord.CustNo (+) =Cust.CustNo)"},
-                    LinkSQLCase{"FullNoMarker", ts4::ltOuterFull, ts4::ssOracle, "CustNo", "CustNo", false,
-                                "(Ord.CustNo=Cust.CustNo)"},
-                    LinkSQLCase{"LeftInJoinSyntax", ts4::ltOuterLeft, ts4::ssSQL2, "CustNo", "CustNo", false,
-                                "(Ord.CustNo=Cust.CustNo)"},
-                    LinkSQLCase{"LeftInWhereSyntax", ts4::ltOuterLeft, ts4::ssSQL1, "CustNo", "CustNo", false,
-                                "(Ord.CustNo=Cust.CustNo)"},
-                    LinkSQLCase{"TwoPairs", ts4::ltInner, ts4::ssSQL2, "CustNo,Branch", "CustNo,BranchNo",
-                                false, "(Ord.CustNo=Cust.CustNo) and (Ord.Branch=Cust.BranchNo)"},
-                    LinkSQLCase{"TwoPairsMarked", ts4::ltOuterLeft, ts4::ssOracle, "CustNo,Branch",
-                                "CustNo,BranchNo", false,
-                                "(Ord.CustNo=Cust.CustNo (+) ) and (Ord.Branch=Cust.BranchNo (+) )"},
-                    LinkSQLCase{"QuotedFields", ts4::ltInner, ts4::ssSQL2, "\"Cust No\"", "CustNo", true,
-                                "(Ord.\"Cust No\"=Cust.\"CustNo\")"}),
-    [](const testing::TestParamInfo<LinkSQLCase>& info) { return std::string(info.param.label); });
 
 TEST(Link, OperatorsArePutInWithoutBlanks) {
   TWDBStructure db;

@@ -30,48 +30,38 @@ TWDBStructure& WithTables(TWDBStructure& db, std::initializer_list<const char*> 
   return db;
 }
 
-TEST(GetPath, DirectlyLinkedTablesGiveTwoTables) {
-  TWDBStructure db;
-  WithTables(db, {"A", "B"});
-  Link(db, "B", "A");
-  EXPECT_EQ(PathAliases(db.GetPath("A", "B")), (std::vector<std::string>{"A", "B"}));
-  EXPECT_EQ(PathAliases(db.GetPath("B", "A")), (std::vector<std::string>{"B", "A"}));
-}
-
-TEST(GetPath, AmongEqualChainsTheFirstByLinkOrderWins) {
-  TWDBStructure db;
-  WithTables(db, {"P", "Q", "R", "S"});
-  Link(db, "P", "Q");
-  Link(db, "Q", "R");
-  Link(db, "P", "S");
-  Link(db, "S", "R");
-  EXPECT_EQ(PathAliases(db.GetPath("P", "R")), (std::vector<std::string>{"P", "Q", "R"}));
-  // Declaring S's links first turns the tie the other way.
-  TWDBStructure other;
-  WithTables(other, {"P", "Q", "R", "S"});
-  Link(other, "P", "S");
-  Link(other, "S", "R");
-  Link(other, "P", "Q");
-  Link(other, "Q", "R");
-  EXPECT_EQ(PathAliases(other.GetPath("P", "R")), (std::vector<std::string>{"P", "S", "R"}));
-}
-
-TEST(GetPath, ShortestChainBeatsEarlierLongerOne) {
-  TWDBStructure db;
-  WithTables(db, {"A", "B", "C", "D"});
-  Link(db, "A", "B");
-  Link(db, "B", "C");
-  Link(db, "C", "D");
-  Link(db, "A", "D");
-  EXPECT_EQ(PathAliases(db.GetPath("A", "D")), (std::vector<std::string>{"A", "D"}));
-}
-
-TEST(GetPath, AliasesCompareIgnoringCase) {
-  TWDBStructure db;
-  WithTables(db, {"Orders", "Customers"});
-  Link(db, "Orders", "Customers");
-  EXPECT_EQ(PathAliases(db.GetPath("orders", "CUSTOMERS")),
-            (std::vector<std::string>{"Orders", "Customers"}));
+// The shortest chain of links, the first by link order among equal ones, aliases compared ignoring
+// case. Tables and paths are written as their one-letter aliases, links as pairs of them.
+TEST(GetPath, TakesTheShortestChainFirstByLinkOrder) {
+  const struct {
+    const char* what;
+    std::string tables;
+    std::string links;
+    const char* from;
+    const char* to;
+    std::string expected;
+  } cases[] = {
+      {"linked", "AB", "BA", "A", "B", "AB"},
+      {"linked the other way", "AB", "BA", "B", "A", "BA"},
+      {"tie", "PQRS", "PQ QR PS SR", "P", "R", "PQR"},
+      {"tie, S first", "PQRS", "PS SR PQ QR", "P", "R", "PSR"},
+      {"shorter later", "ABCD", "AB BC CD AD", "A", "D", "AD"},
+      {"case", "AB", "AB", "a", "b", "AB"},
+      // Without a self-link the way back to a table goes to its first linked neighbour.
+      {"to itself", "ABC", "AB CA", "A", "A", "ABA"},
+      {"to itself, linked last", "ABC", "AB CA", "C", "C", "CAC"},
+      {"self-link", "ABC", "AB CA AA", "A", "A", "AA"},
+  };
+  for (const auto& c : cases) {
+    TWDBStructure db;
+    for (const char alias : c.tables) db.AddTable(std::string("t_") + alias, std::string(1, alias));
+    for (std::size_t i = 0; i + 1 < c.links.size(); i += 3)
+      db.AddLink(*db.Tables(static_cast<int>(c.tables.find(c.links[i]))),
+                 *db.Tables(static_cast<int>(c.tables.find(c.links[i + 1]))), "Id", "Id");
+    std::string path;
+    for (const std::string& alias : PathAliases(db.GetPath(c.from, c.to))) path += alias;
+    EXPECT_EQ(path, c.expected) << c.what;
+  }
 }
 
 TEST(GetPath, Failures) {

@@ -155,19 +155,6 @@ TEST(Structure, ClearStructureKeepsOperators) {
   EXPECT_EQ(s.db.OperatCount(), 13);
 }
 
-TEST(Structure, Settings) {
-  TWDBStructure db;
-  EXPECT_EQ(db.QuotedTypes(), ts4::DefaultQuotedTypes);
-  EXPECT_TRUE(db.QuotedTypes().Contains(ts4::ftDate));
-  EXPECT_FALSE(db.QuotedTypes().Contains(ts4::ftInteger));
-  EXPECT_EQ(db.SQLFormats().DateFormat(), "yyyy-mm-dd");
-  EXPECT_EQ(db.SQLFormats().TimeFormat(), "hh:nn:ss");
-  EXPECT_EQ(db.SQLFormats().DateTimeFormat(), "yyyy-mm-dd hh:nn:ss");
-  EXPECT_EQ(db.SQLFormats().QuoteSymbol1(), '"');
-  db.SetDefaultMainTable("orders");
-  EXPECT_EQ(db.DefaultMainTable(), "orders");
-}
-
 // A provider that knows one table.
 class OneTableInfo : public ts4::TWDBInfo {
  public:

@@ -8,45 +8,30 @@ namespace {
 using ts4::TWDBStructure;
 using ts4test::ExpectError;
 
-struct TableSQLCase {
-  const char* name;
-  const char* alias;
-  bool quoted;
-  const char* hints;
-  const char* sql;
-};
-
-class TableSQL : public testing::TestWithParam<TableSQLCase> {};
-
-TEST_P(TableSQL, QuotesNameAppendsAliasAndHints) {
-  const TableSQLCase& c = GetParam();
-  TWDBStructure db;
-  ts4::TDSTable* table = db.AddTable(c.name, c.alias);
-  table->SetQuoted(c.quoted);
-  table->SetHints(c.hints);
-  EXPECT_EQ(table->GetSQLExpr(), c.sql);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Tables, TableSQL,
-    testing::Values(TableSQLCase{"customer", "customer", false, "", "customer"},
-                    TableSQLCase{"customer", "Cust", false, "", "customer Cust"},
-                    TableSQLCase{"customer", "CUSTOMER", false, "", "customer CUSTOMER"},
-                    TableSQLCase{"customer", "Cust", true, "", "\"customer\" Cust"},
-                    TableSQLCase{"Order Items", "Order Items", true, "", "\"Order Items\""},
-                    TableSQLCase{"\"Order Items\"", "Itm", true, "", "\"Order Items\" Itm"},
-                    TableSQLCase{"customer", "Cust", false, "NOLOCK", "customer Cust WITH NOLOCK"},
-                    TableSQLCase{"customer", "customer", true, "INDEX(ix)", "\"customer\" WITH INDEX(ix)"}));
-
-TEST(Table, QuoteSymbolsComeFromTheStructure) {
-  TWDBStructure db;
-  ts4::TSQLFormats formats = db.SQLFormats();
-  formats.SetQuoteSymbol1('[');
-  formats.SetQuoteSymbol2(']');
-  db.SetSQLFormats(formats);
-  ts4::TDSTable* table = db.AddTable("Order Items", "Itm");
-  table->SetQuoted(true);
-  EXPECT_EQ(table->GetSQLExpr(), "[Order Items] Itm");
+TEST(Table, SQLQuotesTheNameAndAddsAliasAndHints) {
+  const struct {
+    const char* name;
+    const char* alias;
+    bool quoted;
+    const char* hints;
+    const char* sql;
+  } cases[] = {
+      {"customer", "customer", false, "", "customer"},
+      {"customer", "Cust", false, "", "customer Cust"},
+      {"customer", "CUSTOMER", false, "", "customer CUSTOMER"},
+      {"customer", "Cust", true, "", "\"customer\" Cust"},
+      {"Order Items", "Order Items", true, "", "\"Order Items\""},
+      {"\"Order Items\"", "Itm", true, "", "\"Order Items\" Itm"},
+      {"customer", "Cust", false, "NOLOCK", "customer Cust WITH NOLOCK"},
+      {"customer", "customer", true, "INDEX(ix)", "\"customer\" WITH INDEX(ix)"},
+  };
+  for (const auto& c : cases) {
+    TWDBStructure db;
+    ts4::TDSTable* table = db.AddTable(c.name, c.alias);
+    table->SetQuoted(c.quoted);
+    table->SetHints(c.hints);
+    EXPECT_EQ(table->GetSQLExpr(), c.sql);
+  }
 }
 
 TEST(Table, NewTableTakesNameAsCaptionAndAlias) {

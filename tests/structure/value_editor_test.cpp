@@ -32,8 +32,11 @@ TEST_F(EditorFixture, EditTypeChoosesTheEditorClass) {
   field->SetEditType(ts4::etEdit);
   EXPECT_NE(field->TextEditor(), nullptr);
   field->SetEditType(ts4::etList);
-  EXPECT_NE(field->ListEditor(), nullptr);
+  ASSERT_NE(field->ListEditor(), nullptr);
   EXPECT_EQ(field->SQLEditor(), nullptr);
+  field->ListEditor()->Items().Add("Red");
+  field->SetEditType(ts4::etList);
+  EXPECT_EQ(field->ListEditor()->Items().Count(), 1) << "the same edit type keeps the editor and its data";
   field->SetEditType(ts4::etCustom);
   EXPECT_NE(field->CustomEditor(), nullptr);
   field->SetEditType(ts4::etSQL);
@@ -41,13 +44,6 @@ TEST_F(EditorFixture, EditTypeChoosesTheEditorClass) {
   EXPECT_EQ(field->ListEditor(), field->SQLEditor());
   field->SetEditType(ts4::etAuto);
   EXPECT_EQ(field->ValueEditor(), nullptr);
-}
-
-TEST_F(EditorFixture, SameEditTypeKeepsTheEditorAndItsData) {
-  field->SetEditType(ts4::etList);
-  field->ListEditor()->Items().Add("Red");
-  field->SetEditType(ts4::etList);
-  EXPECT_EQ(field->ListEditor()->Items().Count(), 1);
 }
 
 TEST(TextEditor, CaseOptionsExcludeEachOther) {
