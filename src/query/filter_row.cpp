@@ -358,8 +358,15 @@ void TFilterCond::SetField(TDSField* field) {
     operator_ = nullptr;
     aspects.Include(raOperator);
   }
-  // Values typed for another field are kept only while they still mean the same kind of thing.
-  const bool valuesFit = operator_ != nullptr && (before == nullptr || GetExprType() == typeBefore);
+  // Values typed for another field are kept only while they still mean the
+  // same kind of thing: the same type, and neither field's value a code
+  // from its own list (a status code means nothing as a country).
+  const auto listed = [](const TDSField* f) {
+    return f != nullptr && (f->EditType() == etList || f->EditType() == etSQL);
+  };
+  const bool valuesFit =
+      operator_ != nullptr &&
+      (before == nullptr || (GetExprType() == typeBefore && !listed(before) && !listed(field)));
   if (!valuesFit) aspects = aspects | ClearValues();
   NotifyChanged(aspects);
 }

@@ -176,7 +176,8 @@ class TFilterCond final : public TFilterRow {
   [[nodiscard]] TDSField* Field() const { return field_; }
   /// Changes the field. An operator the new field does not offer goes, and
   /// so do the values (parameters unbound and deleted) whenever the operator
-  /// goes or the type of the values changes.
+  /// goes, the type of the values changes, or either field takes its values
+  /// from a list.
   void SetField(TDSField* field);
   [[nodiscard]] TDSOperator* Operator() const { return operator_; }
   void SetOperator(TDSOperator* op);

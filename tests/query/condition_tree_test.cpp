@@ -175,6 +175,13 @@ TEST(ConditionTree, ChangingTheFieldDropsWhatNoLongerFits) {
   cond.SetField(&s.Field("TOTAL"));  // numbers are never "contained"
   EXPECT_EQ(cond.Operator(), nullptr);
   EXPECT_EQ(cond.Value1(), "");
+  s.Field("STATUS").SetEditType(ts4::etList);
+  ts4::TFilterCond& status = s.Cond(query.Root(), "NAME", "Equal", "S");
+  status.SetField(&s.Field("STATUS"));  // a name is no status code
+  EXPECT_EQ(status.Value1(), "");
+  status.SetValue(1, "S");
+  status.SetField(&s.Field("CITY"));  // nor a status code a city
+  EXPECT_EQ(status.Value1(), "");
 }
 
 TEST(ConditionTree, BracketsFollowTheirRowsEnabledState) {
