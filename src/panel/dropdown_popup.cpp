@@ -43,6 +43,12 @@ void TDropDownPopup::ShowControl() {
     if (index == ItemIndex()) {
       action->setCheckable(true);
       action->setChecked(true);
+      // The group that holds the current item stands out, so the way to it shows.
+      if (target != menu) {
+        QFont bold = plain;
+        bold.setBold(true);
+        static_cast<QMenu*>(target)->menuAction()->setFont(bold);
+      }
     }
   }
 

@@ -146,6 +146,7 @@ TEST(DropDownPopup, GroupsBecomeSubMenusWithTheirImagesAndAChoiceIsAccepted) {
   EXPECT_FALSE(menu->actions()[1]->icon().isNull()) << "the group's image";
   EXPECT_FALSE(menu->actions()[2]->icon().isNull()) << "an item's image";
   EXPECT_TRUE(menu->actions()[0]->isChecked()) << "the current value";
+  EXPECT_FALSE(menu->actions()[1]->font().bold()) << "the current value is in no group";
   ASSERT_NE(menu->actions()[1]->menu(), nullptr);
   EXPECT_EQ(menu->actions()[1]->menu()->actions().size(), 2);
 
@@ -156,6 +157,7 @@ TEST(DropDownPopup, GroupsBecomeSubMenusWithTheirImagesAndAChoiceIsAccepted) {
 
   label->DropDown();
   menu = label->Menu();
+  EXPECT_TRUE(menu->actions()[1]->font().bold()) << "the group of the current value";
   ASSERT_NE(menu->PopupWidget(), nullptr);
   QTest::keyClick(menu->PopupWidget(), Qt::Key_Escape);
   QTest::qWait(20);  // the cancel is looked at once the menu has closed
