@@ -49,8 +49,7 @@ class TDropDownLabelAccessible : public QAccessibleWidget {
   QString text(QAccessible::Text t) const override {
     if (t == QAccessible::Value) return Label()->Value();
     if (t != QAccessible::Name || !widget()->accessibleName().isEmpty()) return QAccessibleWidget::text(t);
-    const QString caption = Label()->GetCaption();
-    return caption == EmptyCaption ? QString() : caption;
+    return Label()->SpokenCaption();
   }
 
   QAccessible::State state() const override {
@@ -102,6 +101,10 @@ TDropDownLabel::TDropDownLabel(QWidget* parent) : QLabel(parent) {
 }
 
 TDropDownLabel::~TDropDownLabel() = default;
+
+QString TDropDownLabel::SpokenCaption() const {
+  return text() == EmptyCaption ? QString() : text();
+}
 
 void TDropDownLabel::SetValue(const QString& value) {
   if (value == value_) return;

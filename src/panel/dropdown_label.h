@@ -59,6 +59,8 @@ class TDropDownLabel : public QLabel {
   void SetCaption(const QString& caption);
   /// The text shown, "_____" for an empty caption.
   [[nodiscard]] QString GetCaption() const { return text(); }
+  /// The caption as it is read aloud: empty for the "_____" of an empty caption.
+  [[nodiscard]] QString SpokenCaption() const;
 
   [[nodiscard]] bool Dropped() const { return dropped_; }
   [[nodiscard]] bool Fixed() const { return fixed_; }

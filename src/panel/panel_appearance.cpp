@@ -65,19 +65,8 @@ void TQPAppearance::SetStyleOrdinal(int ordinal) {
   SetStyle(static_cast<TQPStyle>(ordinal));
 }
 
-void TQPAppearance::EndUpdate() {
-  if (updateCount_ == 0) return;
-  if (--updateCount_ > 0 || !changedInUpdate_) return;
-  changedInUpdate_ = false;
-  emit Changed();
-}
-
 void TQPAppearance::Change() {
-  if (updateCount_ > 0) {
-    changedInUpdate_ = true;
-    return;
-  }
-  emit Changed();
+  if (updates_.Change()) emit Changed();
 }
 
 }  // namespace ts4

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <cstdint>
 
+#include "foundation/update_counter.h"
 #include "query/appearance_options.h"
 
 namespace ts4 {
@@ -76,10 +77,12 @@ class TQPAppearance : public QObject {
   /// Raises EWQueryPanelError code 13 for a number that names no style.
   void SetStyleOrdinal(int ordinal);
 
-  void BeginUpdate() { ++updateCount_; }
+  void BeginUpdate() { updates_.Begin(); }
   /// Closes an update; the outermost one refreshes the panel.
-  void EndUpdate();
-  [[nodiscard]] bool Updating() const { return updateCount_ > 0; }
+  void EndUpdate() {
+    if (updates_.End()) emit Changed();
+  }
+  [[nodiscard]] bool Updating() const { return updates_.Count() > 0; }
 
  signals:
   /// A property changed (told once per outermost update).
@@ -99,8 +102,7 @@ class TQPAppearance : public QObject {
   QColor boolOpColor_{Qt::black};
   TQPAppearanceOptions options_ = DefaultOptions;
   TQPStyle style_ = psGroups;
-  int updateCount_ = 0;
-  bool changedInUpdate_ = false;
+  TUpdateCounter updates_;
 };
 
 }  // namespace ts4

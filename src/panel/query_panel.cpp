@@ -18,6 +18,30 @@ namespace ts4 {
 using detail::FromQ;
 using detail::ToQ;
 
+namespace {
+
+// The header's or a bracket's sentence split at its "@": the text before
+// the link word and the text after it. A bracket sentence that is empty is
+// taken from the table's second line as it stands.
+std::pair<QString, QString> SplitSentence(const TStrings& titles, bool header) {
+  std::string sentence = titles.Values(header ? "ttlFilter" : "ttlBracket");
+  if (!header && sentence.empty() && titles.Count() > 1) sentence = titles[1];
+  const std::size_t at = sentence.find('@');
+  if (at == std::string::npos) {
+    if (header) throw EWQueryPanelError(qecInvalidFilterTitle, std::string(msg::InvalidFilterTitle));
+    throw EWQueryPanelError(qecInvalidStringFormat, std::string(msg::InvalidStringFormat));
+  }
+  return {ToQ(std::string_view(sentence).substr(0, at)), ToQ(std::string_view(sentence).substr(at + 1))};
+}
+
+// Raises code 4 or 5 when a table's sentences cannot be split.
+void CheckSentences(const TStrings& titles) {
+  (void)SplitSentence(titles, true);
+  (void)SplitSentence(titles, false);
+}
+
+}  // namespace
+
 TWQueryPanel::TWQueryPanel(QWidget* parent)
     : QAbstractScrollArea(parent),
       query_(std::make_unique<TWQuery>()),
@@ -50,8 +74,7 @@ TWQueryPanel::TWQueryPanel(QWidget* parent)
     InsertCondition(query_->Root());
   };
   CreateMenus();
-  std::tie(headerLeft_, headerRight_) = SplitSentence(true);
-  std::tie(bracketLeft_, bracketRight_) = SplitSentence(false);
+  ReadSentences();
   Relayout();
 }
 
@@ -151,15 +174,6 @@ QStringList TWQueryPanel::Titles() const {
   return ToQ(query_->Titles());
 }
 
-void TWQueryPanel::CheckSentences(const TStrings& titles) const {
-  if (titles.Values("ttlFilter").find('@') == std::string::npos)
-    throw EWQueryPanelError(qecInvalidFilterTitle, std::string(msg::InvalidFilterTitle));
-  std::string bracket = titles.Values("ttlBracket");
-  if (bracket.empty() && titles.Count() > 1) bracket = titles[1];
-  if (bracket.find('@') == std::string::npos)
-    throw EWQueryPanelError(qecInvalidStringFormat, std::string(msg::InvalidStringFormat));
-}
-
 void TWQueryPanel::SetTitles(const QStringList& lines) {
   TStrings source = FromQ(lines);
   TStrings merged;
@@ -185,19 +199,21 @@ void TWQueryPanel::LoadDefTitles() {
   query_->LoadDefTitles();
 }
 
-std::pair<QString, QString> TWQueryPanel::SplitSentence(bool header) const {
-  std::string sentence = query_->GetTitle(header ? "ttlFilter" : "ttlBracket");
-  if (!header && sentence.empty() && query_->Titles().Count() > 1) sentence = query_->Titles()[1];
-  const std::size_t at = sentence.find('@');
-  if (at == std::string::npos) {
-    if (header) throw EWQueryPanelError(qecInvalidFilterTitle, std::string(msg::InvalidFilterTitle));
-    throw EWQueryPanelError(qecInvalidStringFormat, std::string(msg::InvalidStringFormat));
+void TWQueryPanel::ReadSentences() {
+  // Captions set through the query may break a sentence: the lines then
+  // keep the words they had, and ShowHeader or SetTitles report it.
+  try {
+    std::tie(headerLeft_, headerRight_) = SplitSentence(query_->Titles(), true);
+  } catch (const EWQueryPanelError&) {
   }
-  return {ToQ(std::string_view(sentence).substr(0, at)), ToQ(std::string_view(sentence).substr(at + 1))};
+  try {
+    std::tie(bracketLeft_, bracketRight_) = SplitSentence(query_->Titles(), false);
+  } catch (const EWQueryPanelError&) {
+  }
 }
 
 void TWQueryPanel::ShowHeader() {
-  std::tie(headerLeft_, headerRight_) = SplitSentence(true);
+  std::tie(headerLeft_, headerRight_) = SplitSentence(query_->Titles(), true);
   if (detail::TRowView* view = ViewOf(&query_->Root())) BindView(*view, query_->Root());
   Relayout();
 }
@@ -251,13 +267,14 @@ void TWQueryPanel::RowsInserted(const TFilterBracket&, int, int) {
 
 namespace {
 
-// Whether the row is one of the bracket's rows first..last or lies inside one.
+// Whether the row is one of the bracket's rows first..last or lies inside
+// one: its ancestor in the bracket is looked for among those rows only, as
+// a bracket may hold thousands.
 bool IsWithin(const TFilterRow* row, const TFilterBracket& parent, int first, int last) {
-  for (; row != nullptr; row = row->Parent()) {
-    if (row->Parent() != &parent) continue;
-    const int index = row->Index();
-    return index >= first && index <= last;
-  }
+  while (row != nullptr && row->Parent() != &parent) row = row->Parent();
+  if (row == nullptr) return false;
+  for (int index = first; index <= last; ++index)
+    if (parent.GetRow(index) == row) return true;
   return false;
 }
 
@@ -319,23 +336,14 @@ void TWQueryPanel::RowChanged(const TFilterRow& row, TRowAspects aspects) {
   }
   if (!row.IsBracket() &&
       (aspects & TRowAspects{raField, raOperator, raValues, raParams, raEnabled}) != TRowAspects{})
-    emit OnConditionChange(const_cast<TFilterCond*>(static_cast<const TFilterCond*>(&row)));
+    emit OnConditionChange(static_cast<const TFilterCond*>(&row));
   UpdateScrollBars();
   viewport()->update();
 }
 
 void TWQueryPanel::QueryChanged(TQueryAspects aspects) {
   if (aspects.Contains(qaCaptions)) {
-    // Captions set through the query may break a sentence: the lines then
-    // keep the words they had, and ShowHeader or SetTitles report it.
-    try {
-      std::tie(headerLeft_, headerRight_) = SplitSentence(true);
-    } catch (const EWQueryPanelError&) {
-    }
-    try {
-      std::tie(bracketLeft_, bracketRight_) = SplitSentence(false);
-    } catch (const EWQueryPanelError&) {
-    }
+    ReadSentences();
     UpdateMenuCaptions();
   }
   if (aspects.Contains(qaSettings) && query_->NonEmptyBrackets() != appearance_->Has(aoNonEmptyBrackets)) {

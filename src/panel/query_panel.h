@@ -275,7 +275,7 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   void OnActive();
   void OnChange();
   void OnParamListChange();
-  void OnConditionChange(ts4::TFilterCond* condition);
+  void OnConditionChange(const ts4::TFilterCond* condition);
   void OnRFEHelpClick();
   /// A gesture the query refused (a bracket nested too deep, an
   /// application's handler that failed): the query is as it was.
@@ -291,8 +291,6 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   bool focusNextPrevChild(bool next) override;
 
  private:
-  friend struct detail::TRowView;
-
   // The query's notifications.
   void QueryAboutToBeReset() override;
   void QueryReset() override;
@@ -323,6 +321,10 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   void RebindAll();
   void PaintRows(QPaintEvent* event);
 
+  /// Splits the header's and the brackets' sentences again (each keeps its
+  /// last good split when the captions break it).
+  void ReadSentences();
+
   // Views of rows (query_panel_rows.cpp).
   [[nodiscard]] std::unique_ptr<detail::TRowView> TakeView(bool bracket);
   void BindView(detail::TRowView& view, TFilterRow& row);
@@ -336,8 +338,6 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   void FillFieldList(TDropDownLabel& label) const;
   void FillOperatorList(TDropDownLabel& label, const TFilterCond& condition) const;
   void StyleLabel(QLabel& label, const QColor& color) const;
-  /// Splits the header (or a bracket's) sentence at its "@".
-  [[nodiscard]] std::pair<QString, QString> SplitSentence(bool header) const;
   [[nodiscard]] QString RowSentence(const detail::TRowView& view) const;
 
   // Gestures on the words (query_panel_values.cpp).
@@ -359,8 +359,6 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   // Menus and keys (query_panel_keys.cpp).
   void CreateMenus();
   void RepaintRow(const TFilterRow* row);
-  /// Checks SetTitles and SetTitle: both sentences must have an "@".
-  void CheckSentences(const TStrings& titles) const;
 
   TQPAppearance* appearance_;
   std::unique_ptr<detail::TPanelLines> lines_;

@@ -279,24 +279,22 @@ void TWQueryPanel::BindValueLabel(TRowView& view, TFilterCond& condition, int in
       mask->SetUseFormattedValue(text->FmtVal() != 0);
     }
   }
+  QString problem;  // why a list could not be read, shown as the word's tip
   if (auto* list = qobject_cast<TDropDownList*>(label)) {
     list->SetSortList(appearance_->Has(aoSortListData));
     if (auto* popup = qobject_cast<TDropDownPopup*>(list)) popup->SetItemLimit(maxPopupItemCount_);
-    list->ClearAll();
     if (TDSSQLEditor* sql = field.SQLEditor()) {
       // The list comes from the database, with the values other conditions give.
       sql->SetSQLParams(query_->ParamValues());
       try {
         sql->SetOpened(true);
-        label->setToolTip({});
       } catch (const EWTessalyError& error) {
-        label->setToolTip(QString::fromUtf8(error.what()));
+        problem = QString::fromUtf8(error.what());
       }
     }
-    if (const TDSListEditor* items = field.ListEditor())
-      for (int i = 0; i < items->Items().Count(); ++i)
-        list->AddItem({}, ToQ(items->Items()[i]),
-                      i < items->Values().Count() ? ToQ(items->Values()[i]) : QString());
+    const TDSListEditor* items = field.ListEditor();
+    list->SetItems(items != nullptr ? ToQ(items->Items()) : QStringList());
+    list->SetValues(items != nullptr ? ToQ(items->Values()) : QStringList());
   }
 
   const bool isParam = condition.Param(index) != nullptr;
@@ -318,7 +316,7 @@ void TWQueryPanel::BindValueLabel(TRowView& view, TFilterCond& condition, int in
     const bool captioned = list != nullptr || choice.Kind == vlkCustom;
     if (!itemShown) label->SetCaption(captioned && !caption.isEmpty() ? caption : value);
   }
-  label->setToolTip(label->toolTip().isEmpty() ? ToQ(condition.GetHint(index)) : label->toolTip());
+  label->setToolTip(problem.isEmpty() ? ToQ(condition.GetHint(index)) : problem);
   StyleLabel(*label, appearance_->ValueColor());
   label->setEnabled(condition.Enabled());
   label->show();
@@ -405,12 +403,8 @@ QString TWQueryPanel::RowSentence(const TRowView& view) const {
   for (const QLabel* label : view.Controls) {
     if (label == nullptr || label->isHidden()) continue;
     const auto* word = qobject_cast<const TDropDownLabel*>(label);
-    // An empty word reads as nothing rather than as its underscores.
-    const QString text = word != nullptr && word->Value().isEmpty() && !word->Fixed() &&
-                                 qobject_cast<const TDropDownList*>(word) == nullptr
-                             ? QString()
-                             : label->text();
-    if (!text.trimmed().isEmpty() && text != QStringLiteral("_____")) words.append(text.trimmed());
+    const QString text = (word != nullptr ? word->SpokenCaption() : label->text()).trimmed();
+    if (!text.isEmpty()) words.append(text);
   }
   return words.join(QLatin1Char(' '));
 }

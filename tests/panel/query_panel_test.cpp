@@ -406,7 +406,7 @@ TEST_F(QueryPanelTest, TheApplicationHearsOfEditsAndMayChangeThem) {
   EXPECT_EQ(cond->GetCaption(1), "<PARIS1>");
   EXPECT_EQ(changes.count(), 1) << "one edit, one change";
   ASSERT_EQ(conditions.count(), 1);
-  EXPECT_EQ(conditions.at(0).at(0).value<TFilterCond*>(), cond);
+  EXPECT_EQ(conditions.at(0).at(0).value<const TFilterCond*>(), cond);
   cond->SetValue1IsParam(true);
   EXPECT_EQ(params.count(), 1);
 }
