@@ -4,6 +4,7 @@
 #include <QPalette>
 #include <string>
 
+#include "foundation/assign.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "query/query_types.h"
@@ -14,36 +15,29 @@ TQPAppearance::TQPAppearance(TWQueryPanel* panel)
     // The current row is lit like a button's highlight edge.
     : QObject(nullptr), panel_(panel), activeRowColor_(QApplication::palette().color(QPalette::Light)) {}
 
-template <typename T>
-void TQPAppearance::Set(T& member, const T& value) {
-  if (member == value) return;
-  member = value;
-  Change();
-}
-
 void TQPAppearance::SetActiveRowColor(const QColor& color) {
-  Set(activeRowColor_, color);
+  if (AssignIfChanged(activeRowColor_, color)) Change();
 }
 void TQPAppearance::SetControlBorderColor(const QColor& color) {
-  Set(controlBorderColor_, color);
+  if (AssignIfChanged(controlBorderColor_, color)) Change();
 }
 void TQPAppearance::SetFieldColor(const QColor& color) {
-  Set(fieldColor_, color);
+  if (AssignIfChanged(fieldColor_, color)) Change();
 }
 void TQPAppearance::SetOperatorColor(const QColor& color) {
-  Set(operatorColor_, color);
+  if (AssignIfChanged(operatorColor_, color)) Change();
 }
 void TQPAppearance::SetValueColor(const QColor& color) {
-  Set(valueColor_, color);
+  if (AssignIfChanged(valueColor_, color)) Change();
 }
 void TQPAppearance::SetBoolOpColor(const QColor& color) {
-  Set(boolOpColor_, color);
+  if (AssignIfChanged(boolOpColor_, color)) Change();
 }
 void TQPAppearance::SetOptions(TQPAppearanceOptions options) {
-  Set(options_, options);
+  if (AssignIfChanged(options_, options)) Change();
 }
 void TQPAppearance::SetStyle(TQPStyle style) {
-  Set(style_, style);
+  if (AssignIfChanged(style_, style)) Change();
 }
 
 bool TQPAppearance::IsStored(const char* property) const {

@@ -90,8 +90,6 @@ class TQPAppearance : public QObject {
 
  private:
   void Change();
-  template <typename T>
-  void Set(T& member, const T& value);
 
   TWQueryPanel* panel_;
   QColor activeRowColor_;

@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <string>
 
+#include "foundation/assign.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "panel/dropdown_label.h"
@@ -130,32 +131,21 @@ void TWQueryPanel::SetSQLSyntaxOrdinal(int ordinal) {
   query_->SetSQLSyntax(static_cast<TSQLSyntax>(ordinal));
 }
 
-namespace {
-
 // Spacing is in pixels and never negative.
-bool SetSpacing(int& member, int pixels) {
-  pixels = std::max(pixels, 0);
-  if (member == pixels) return false;
-  member = pixels;
-  return true;
-}
-
-}  // namespace
-
 void TWQueryPanel::SetRowSpace(int pixels) {
-  if (SetSpacing(spacing_.RowSpace, pixels)) Relayout();
+  if (AssignIfChanged(spacing_.RowSpace, std::max(pixels, 0))) Relayout();
 }
 void TWQueryPanel::SetTabSpace(int pixels) {
-  if (SetSpacing(spacing_.TabSpace, pixels)) Relayout();
+  if (AssignIfChanged(spacing_.TabSpace, std::max(pixels, 0))) Relayout();
 }
 void TWQueryPanel::SetElemSpace(int pixels) {
-  if (SetSpacing(spacing_.ElemSpace, pixels)) Relayout();
+  if (AssignIfChanged(spacing_.ElemSpace, std::max(pixels, 0))) Relayout();
 }
 void TWQueryPanel::SetHeaderLeft(int pixels) {
-  if (SetSpacing(spacing_.HeaderLeft, pixels)) Relayout();
+  if (AssignIfChanged(spacing_.HeaderLeft, std::max(pixels, 0))) Relayout();
 }
 void TWQueryPanel::SetHeaderTop(int pixels) {
-  if (SetSpacing(spacing_.HeaderTop, pixels)) Relayout();
+  if (AssignIfChanged(spacing_.HeaderTop, std::max(pixels, 0))) Relayout();
 }
 
 void TWQueryPanel::SetMaxPopupItemCount(int count) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "foundation/assign.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "query/query.h"
@@ -25,9 +26,7 @@ void TFilterRow::SetEnabled(bool enabled) {
 }
 
 void TFilterRow::SetHidden(bool hidden) {
-  if (hidden_ == hidden) return;
-  hidden_ = hidden;
-  NotifyChanged({raHidden});
+  if (AssignIfChanged(hidden_, hidden)) NotifyChanged({raHidden});
 }
 
 void TFilterRow::NumberAs(const std::string& parentID, int number) {
@@ -57,9 +56,7 @@ void TFilterRow::NotifyChanged(TRowAspects aspects) {
 // ---- TFilterBracket --------------------------------------------------------------
 
 void TFilterBracket::SetLinkType(TFilterLinkType type) {
-  if (linkType_ == type) return;
-  linkType_ = type;
-  NotifyChanged({raLinkType});
+  if (AssignIfChanged(linkType_, type)) NotifyChanged({raLinkType});
 }
 
 TFilterRow* TFilterBracket::GetRow(int index) const {
@@ -372,9 +369,7 @@ void TFilterCond::SetField(TDSField* field) {
 }
 
 void TFilterCond::SetOperator(TDSOperator* op) {
-  if (operator_ == op) return;
-  operator_ = op;
-  NotifyChanged({raOperator});
+  if (AssignIfChanged(operator_, op)) NotifyChanged({raOperator});
 }
 
 void TFilterCond::SetValue(int index, std::string value) {
@@ -398,23 +393,17 @@ void TFilterCond::SetSubQuery(const TStrings& sql) {
 }
 
 void TFilterCond::SetSubQueryOptions(TSQLOptions options) {
-  if (subQueryOptions_ == options) return;
-  subQueryOptions_ = options;
-  NotifyChanged({raValues});
+  if (AssignIfChanged(subQueryOptions_, options)) NotifyChanged({raValues});
 }
 
 void TFilterCond::SetCaption(int index, std::string text) {
   std::string& slot = captions_[static_cast<std::size_t>(CheckedSlot(index))];
-  if (slot == text) return;
-  slot = std::move(text);
-  NotifyChanged({raCaptions});
+  if (AssignIfChanged(slot, std::move(text))) NotifyChanged({raCaptions});
 }
 
 void TFilterCond::SetHint(int index, std::string text) {
   std::string& slot = hints_[static_cast<std::size_t>(CheckedSlot(index))];
-  if (slot == text) return;
-  slot = std::move(text);
-  NotifyChanged({raHints});
+  if (AssignIfChanged(slot, std::move(text))) NotifyChanged({raHints});
 }
 
 TRowAspects TFilterCond::ClearValues() {

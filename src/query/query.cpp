@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "foundation/assign.h"
 #include "foundation/string_utils.h"
 #include "query/query_notifier_p.h"
 #include "structure/field.h"
@@ -165,21 +166,15 @@ void TWQuery::SettingsChanged() {
 }
 
 void TWQuery::SetNonEmptyBrackets(bool on) {
-  if (nonEmptyBrackets_ == on) return;
-  nonEmptyBrackets_ = on;
-  SettingsChanged();
+  if (AssignIfChanged(nonEmptyBrackets_, on)) SettingsChanged();
 }
 
 void TWQuery::SetSaveTitles(bool on) {
-  if (saveTitles_ == on) return;
-  saveTitles_ = on;
-  SettingsChanged();
+  if (AssignIfChanged(saveTitles_, on)) SettingsChanged();
 }
 
 void TWQuery::SetSaveSQLOptions(bool on) {
-  if (saveSQLOptions_ == on) return;
-  saveSQLOptions_ = on;
-  SettingsChanged();
+  if (AssignIfChanged(saveSQLOptions_, on)) SettingsChanged();
 }
 
 void TWQuery::SetSQLOptions(TSQLOptions options) {
@@ -191,9 +186,7 @@ void TWQuery::SetSQLSyntax(TSQLSyntax syntax) {
 }
 
 void TWQuery::SetMainTableName(std::string name) {
-  if (name == mainTableName_) return;
-  mainTableName_ = std::move(name);
-  SettingsChanged();
+  if (AssignIfChanged(mainTableName_, std::move(name))) SettingsChanged();
 }
 
 TDSTable* TWQuery::MainTable() const {
@@ -212,21 +205,15 @@ void TWQuery::SetActive(bool active) {
 }
 
 void TWQuery::SetQueryName(std::string name) {
-  if (name == queryName_) return;
-  queryName_ = std::move(name);
-  SettingsChanged();
+  if (AssignIfChanged(queryName_, std::move(name))) SettingsChanged();
 }
 
 void TWQuery::SetDescription(const TStrings& lines) {
-  if (lines == description_) return;
-  description_ = lines;
-  SettingsChanged();
+  if (AssignIfChanged(description_, lines)) SettingsChanged();
 }
 
 void TWQuery::SetUserData(const TStrings& lines) {
-  if (lines == userData_) return;
-  userData_ = lines;
-  SettingsChanged();
+  if (AssignIfChanged(userData_, lines)) SettingsChanged();
 }
 
 void TWQuery::SetParamValue(const std::string& name, std::string value) {

@@ -1,5 +1,6 @@
 #include "query/query_result.h"
 
+#include "foundation/assign.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "query/filter_row.h"
@@ -82,15 +83,11 @@ void TQueryResult::SetSQLOptions(TSQLOptions options) {
 }
 
 void TQueryResult::SetSQLSyntax(TSQLSyntax syntax) {
-  if (syntax == sqlSyntax_) return;
-  sqlSyntax_ = syntax;
-  query_->SettingsChanged();
+  if (AssignIfChanged(sqlSyntax_, syntax)) query_->SettingsChanged();
 }
 
 void TQueryResult::SetParamBase(int base) {
-  if (base == paramBase_) return;
-  paramBase_ = base;
-  query_->SettingsChanged();
+  if (AssignIfChanged(paramBase_, base)) query_->SettingsChanged();
 }
 
 std::string TQueryResult::GetSelectClause() {

@@ -3,6 +3,7 @@
 #include <array>
 #include <cctype>
 
+#include "foundation/assign.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "foundation/string_utils.h"
@@ -26,39 +27,27 @@ void TResultField::AddDSField(TDSField* field) {
 }
 
 void TResultField::SetDSFields(std::vector<TDSField*> fields) {
-  if (fields == formula_.Fields) return;
-  formula_.Fields = std::move(fields);
-  Changed();
+  if (AssignIfChanged(formula_.Fields, std::move(fields))) Changed();
 }
 
 void TResultField::SetFormula(std::string formula) {
-  if (formula == formula_.Formula) return;
-  formula_.Formula = std::move(formula);
-  Changed();
+  if (AssignIfChanged(formula_.Formula, std::move(formula))) Changed();
 }
 
 void TResultField::SetAlias(std::string alias) {
-  if (alias == alias_) return;
-  alias_ = std::move(alias);
-  Changed();
+  if (AssignIfChanged(alias_, std::move(alias))) Changed();
 }
 
 void TResultField::SetCaption(std::string caption) {
-  if (caption == caption_) return;
-  caption_ = std::move(caption);
-  Changed();
+  if (AssignIfChanged(caption_, std::move(caption))) Changed();
 }
 
 void TResultField::SetSorting(TSortingType sorting) {
-  if (sorting == sorting_) return;
-  sorting_ = sorting;
-  Changed();
+  if (AssignIfChanged(sorting_, sorting)) Changed();
 }
 
 void TResultField::SetSortOrder(int order) {
-  if (order == sortOrder_) return;
-  sortOrder_ = order;
-  Changed();
+  if (AssignIfChanged(sortOrder_, order)) Changed();
 }
 
 TDSField* TResultField::Field(int index) const {

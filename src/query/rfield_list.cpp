@@ -1,5 +1,6 @@
 #include "query/rfield_list.h"
 
+#include "foundation/assign.h"
 #include "foundation/string_utils.h"
 #include "query/query_result.h"
 #include "structure/field.h"
@@ -11,15 +12,11 @@ void TRFieldList::Changed() const {
 }
 
 void TRFieldList::SetJustSorting(bool on) {
-  if (on == justSorting_) return;
-  justSorting_ = on;
-  Changed();
+  if (AssignIfChanged(justSorting_, on)) Changed();
 }
 
 void TRFieldList::SetAutoAliases(bool on) {
-  if (on == autoAliases_) return;
-  autoAliases_ = on;
-  Changed();
+  if (AssignIfChanged(autoAliases_, on)) Changed();
 }
 
 void TRFieldList::Delete(int index) {

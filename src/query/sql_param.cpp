@@ -1,5 +1,6 @@
 #include "query/sql_param.h"
 
+#include "foundation/assign.h"
 #include "foundation/string_utils.h"
 #include "query/filter_row.h"
 #include "query/query.h"
@@ -15,21 +16,15 @@ void TSQLParam::Changed() const {
 }
 
 void TSQLParam::SetName(std::string name) {
-  if (name == name_) return;
-  name_ = std::move(name);
-  Changed();
+  if (AssignIfChanged(name_, std::move(name))) Changed();
 }
 
 void TSQLParam::SetCaption(std::string caption) {
-  if (caption == caption_) return;
-  caption_ = std::move(caption);
-  Changed();
+  if (AssignIfChanged(caption_, std::move(caption))) Changed();
 }
 
 void TSQLParam::SetDataType(TFieldType type) {
-  if (type == dataType_) return;
-  dataType_ = type;
-  Changed();
+  if (AssignIfChanged(dataType_, type)) Changed();
 }
 
 void TSQLParam::SetValue(std::string value) {

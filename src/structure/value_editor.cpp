@@ -1,5 +1,6 @@
 #include "structure/value_editor.h"
 
+#include "foundation/assign.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "foundation/string_utils.h"
@@ -57,9 +58,7 @@ void TDSSQLEditor::Refresh() {
 }
 
 void TDSSQLEditor::SetSQLParams(const TStrings& params) {
-  if (params == sqlParams_) return;
-  sqlParams_ = params;
-  SetOpened(false);
+  if (AssignIfChanged(sqlParams_, params)) SetOpened(false);
 }
 
 std::string TDSSQLEditor::GetSQLText() const {
