@@ -66,45 +66,34 @@ std::unique_ptr<TRowView> TWQueryPanel::TakeView(bool bracket) {
   v->Check->hide();
   connect(v->Check, &QCheckBox::clicked, this, [this, v](bool checked) { CheckBoxToggled(*v, checked); });
 
-  // A click on a word makes its line and the word current first.
-  const auto word = [this, v](TDropDownLabel* label) {
+  // A click on a word makes its line and the word current first; a choice
+  // accepted goes to its handler.
+  const auto word = [this, v](TDropDownLabel* label, auto chosen) {
     label->hide();
     connect(label, &TDropDownLabel::beforeDropDown, this, [this, v, label] { MakeCurrent(*v, label); });
+    connect(label, &TDropDownLabel::afterDropUp, this, [chosen](bool accepted) {
+      if (accepted) chosen();
+    });
     return label;
   };
   if (bracket) {
     v->Controls[rciFirst] = MakeText(parent);
-    auto* link = static_cast<TDropDownPopup*>(word(new TDropDownPopup(parent)));
-    connect(link, &TDropDownLabel::afterDropUp, this, [this, v](bool accepted) {
-      if (accepted) LinkTypeChosen(*v, false);
-    });
-    v->Controls[rciSecond] = link;
+    v->Controls[rciSecond] = word(new TDropDownPopup(parent), [this, v] { LinkTypeChosen(*v, false); });
     v->Controls[rciValue1] = MakeText(parent);
     return view;
   }
   TDropDownList* field = appearance_->Has(aoPopupField)
                              ? static_cast<TDropDownList*>(new TDropDownPopup(parent))
                              : new TDropDownListBox(parent);
-  word(field);
   connect(field, &TDropDownLabel::beforeDropDown, this, [this, field] { FillFieldList(*field); });
-  connect(field, &TDropDownLabel::afterDropUp, this, [this, v](bool accepted) {
-    if (accepted) FieldChosen(*v);
-  });
-  v->Controls[rciFirst] = field;
-  auto* op = static_cast<TDropDownPopup*>(word(new TDropDownPopup(parent)));
+  v->Controls[rciFirst] = word(field, [this, v] { FieldChosen(*v); });
+  auto* op = new TDropDownPopup(parent);
   connect(op, &TDropDownLabel::beforeDropDown, this, [this, v, op] {
     if (v->Row != nullptr) FillOperatorList(*op, static_cast<const TFilterCond&>(*v->Row));
   });
-  connect(op, &TDropDownLabel::afterDropUp, this, [this, v](bool accepted) {
-    if (accepted) OperatorChosen(*v);
-  });
-  v->Controls[rciSecond] = op;
+  v->Controls[rciSecond] = word(op, [this, v] { OperatorChosen(*v); });
   v->Controls[rciBetween] = MakeText(parent);
-  auto* andOr = static_cast<TDropDownPopup*>(word(new TDropDownPopup(parent)));
-  connect(andOr, &TDropDownLabel::afterDropUp, this, [this, v](bool accepted) {
-    if (accepted) LinkTypeChosen(*v, true);
-  });
-  v->Controls[rciAndOr] = andOr;
+  v->Controls[rciAndOr] = word(new TDropDownPopup(parent), [this, v] { LinkTypeChosen(*v, true); });
   return view;
 }
 
