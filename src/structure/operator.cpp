@@ -1,5 +1,6 @@
 #include "structure/operator.h"
 
+#include "foundation/assign.h"
 #include "foundation/enum_names.h"
 #include "foundation/error.h"
 #include "foundation/messages.h"
@@ -17,40 +18,34 @@ void TDSOperator::Changed() const {
 }
 
 void TDSOperator::SetName(std::string name) {
-  name_ = std::move(name);
-  Changed();
+  if (AssignIfChanged(name_, std::move(name))) Changed();
 }
 
 void TDSOperator::SetDisplayName(std::string caption) {
-  displayName_ = std::move(caption);
-  Changed();
+  if (AssignIfChanged(displayName_, std::move(caption))) Changed();
 }
 
 void TDSOperator::SetSQLName(std::string sqlTemplate) {
-  sqlName_ = std::move(sqlTemplate);
+  if (!AssignIfChanged(sqlName_, std::move(sqlTemplate))) return;
   paramCount_ = 0;
   while (sqlName_.find("@" + std::to_string(paramCount_ + 1)) != std::string::npos) ++paramCount_;
   Changed();
 }
 
 void TDSOperator::SetValFormat(std::string format) {
-  valFormat_ = std::move(format);
-  Changed();
+  if (AssignIfChanged(valFormat_, std::move(format))) Changed();
 }
 
 void TDSOperator::SetExprType(TFieldType type) {
-  exprType_ = type;
-  Changed();
+  if (AssignIfChanged(exprType_, type)) Changed();
 }
 
 void TDSOperator::SetValueType(TOpValueType type) {
-  valueType_ = type;
-  Changed();
+  if (AssignIfChanged(valueType_, type)) Changed();
 }
 
 void TDSOperator::SetAppliedTypes(TAppliedTypes types) {
-  appliedTypes_ = types;
-  Changed();
+  if (AssignIfChanged(appliedTypes_, types)) Changed();
 }
 
 std::string OpValueTypeToStr(TOpValueType type) {
