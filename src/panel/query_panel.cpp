@@ -57,10 +57,7 @@ TWQueryPanel::TWQueryPanel(QWidget* parent)
   query_->OnActive = [this](TWQuery&) { emit OnActive(); };
   connect(appearance_, &TQPAppearance::Changed, this, [this] {
     query_->SetNonEmptyBrackets(appearance_->Has(aoNonEmptyBrackets));
-    // Options decide the kinds of the words: every line is made again.
-    ReleaseAllViews();
-    freeViews_.clear();
-    Relayout();
+    RemakeAllViews();  // options decide the kinds of the words
   });
 
   setFocusPolicy(Qt::StrongFocus);

@@ -318,6 +318,8 @@ class TWQueryPanel : public QAbstractScrollArea, private TQueryObserver {
   [[nodiscard]] detail::TRowView* ViewOf(const TFilterRow* row) const;
   void ReleaseView(const TFilterRow* row);
   void ReleaseAllViews();
+  /// Lets every view go for good and lays out with new ones (their kinds changed).
+  void RemakeAllViews();
   void RebindAll();
   void PaintRows(QPaintEvent* event);
 

@@ -68,6 +68,12 @@ void TWQueryPanel::ReleaseAllViews() {
   while (!views_.empty()) ReleaseView(views_.begin()->first);
 }
 
+void TWQueryPanel::RemakeAllViews() {
+  ReleaseAllViews();
+  freeViews_.clear();
+  Relayout();
+}
+
 void TWQueryPanel::RebindAll() {
   for (const auto& [row, view] : views_) BindView(*view, *view->Row);
 }
@@ -242,9 +248,7 @@ void TWQueryPanel::resizeEvent(QResizeEvent* event) {
 void TWQueryPanel::changeEvent(QEvent* event) {
   QAbstractScrollArea::changeEvent(event);
   if (event->type() == QEvent::LayoutDirectionChange || event->type() == QEvent::FontChange) {
-    ReleaseAllViews();
-    freeViews_.clear();
-    Relayout();
+    RemakeAllViews();
   }
 }
 
