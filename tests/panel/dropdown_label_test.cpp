@@ -8,11 +8,11 @@
 #include <QAccessibleActionInterface>
 #include <QDateEdit>
 #include <QDialog>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimeEdit>
-#include <QVBoxLayout>
 
 #include "panel/dropdown_datetime.h"
 #include "panel/dropdown_edit.h"
@@ -46,7 +46,6 @@ TEST(DropDownLabel, CaptionsShowTextAsItIsAndBlanksAsUnderscores) {
   EXPECT_EQ(label.text(), "_____");
   label.SetCaption("A&B");
   EXPECT_EQ(label.text(), "A&B") << "no accelerator";
-  EXPECT_EQ(label.GetCaption(), "A&B");
   EXPECT_TRUE(label.font().underline());
   QSignalSpy changed(&label, &TDropDownLabel::valueChanged);
   label.SetValue("Lisbon");
@@ -115,71 +114,47 @@ ts4::TSilentEdit* OpenEditor(ts4::TDropDownCustomEdit& label) {
   return qobject_cast<ts4::TSilentEdit*>(label.Editor());
 }
 
+// In a dialog, whose default button and Escape must not see the editor's keys.
 TEST(DropDownEdit, EnterAcceptsEscapeCancelsLeavingAccepts) {
-  Shown<ts4::TDropDownEdit> shown;
-  ts4::TDropDownEdit& label = *shown.label;
-  QSignalSpy afterUp(&label, &TDropDownLabel::afterDropUp);
+  QDialog dialog;
+  auto* label = new ts4::TDropDownEdit(&dialog);
+  auto* ok = new QPushButton("OK", &dialog);
+  ok->setDefault(true);
+  ok->move(0, 40);
+  label->SetValue("old");
+  dialog.show();
+  QSignalSpy okClicked(ok, &QPushButton::clicked);
+  QSignalSpy afterUp(label, &TDropDownLabel::afterDropUp);
 
-  ts4::TSilentEdit* edit = OpenEditor(label);
+  ts4::TSilentEdit* edit = OpenEditor(*label);
   ASSERT_NE(edit, nullptr);
   EXPECT_EQ(edit->text(), "old");
   EXPECT_EQ(edit->selectedText(), "old") << "typing replaces the value";
   QTest::keyClicks(edit, "new");
   QTest::keyClick(edit, Qt::Key_Escape);
-  EXPECT_EQ(label.Value(), "old");
-  EXPECT_EQ(label.GetCaption(), "old");
+  EXPECT_EQ(label->Value(), "old");
+  EXPECT_EQ(label->GetCaption(), "old");
   EXPECT_FALSE(afterUp.at(0).at(0).toBool()) << "cancelling still reports the drop-up";
 
-  edit = OpenEditor(label);
+  edit = OpenEditor(*label);
   QTest::keyClicks(edit, "Porto");
   QTest::keyClick(edit, Qt::Key_Return);
-  EXPECT_EQ(label.Value(), "Porto");
-  EXPECT_EQ(label.GetCaption(), "Porto");
-  EXPECT_FALSE(label.Dropped());
+  EXPECT_EQ(label->Value(), "Porto");
+  EXPECT_EQ(label->GetCaption(), "Porto");
+  EXPECT_FALSE(label->Dropped());
 
-  edit = OpenEditor(label);
+  edit = OpenEditor(*label);
   QTest::keyClicks(edit, "Faro");
   QFocusEvent leave(QEvent::FocusOut, Qt::MouseFocusReason);
   QApplication::sendEvent(edit, &leave);
-  EXPECT_EQ(label.Value(), "Faro") << "leaving the editor accepts";
+  EXPECT_EQ(label->Value(), "Faro") << "leaving the editor accepts";
 
-  edit = OpenEditor(label);
+  edit = OpenEditor(*label);
   edit->clear();
   QTest::keyClick(edit, Qt::Key_Enter);
-  EXPECT_EQ(label.Value(), "Faro") << "an empty input changes nothing";
-}
-
-TEST(DropDownEdit, ALabelMayGoAwayWhileItsEditorIsOpen) {
-  QWidget window;
-  auto* label = new ts4::TDropDownEdit(&window);
-  auto* other = new ts4::TDropDownEdit(&window);
-  window.show();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-  ts4::TSilentEdit* edit = OpenEditor(*label);
-  ASSERT_NE(edit, nullptr);
-  ASSERT_TRUE(edit->hasFocus()) << "so that deleting it moves the focus";
-  delete label;
-  EXPECT_TRUE(window.findChildren<ts4::TSilentEdit*>().isEmpty()) << "the editor went with it";
-  other->DropDown();  // focus moves on without anyone to tell
-  EXPECT_TRUE(other->Dropped());
-}
-
-TEST(DropDownEdit, EnterStaysInTheEditor) {
-  QDialog dialog;
-  auto* layout = new QVBoxLayout(&dialog);
-  auto* label = new ts4::TDropDownEdit(&dialog);
-  auto* ok = new QPushButton("OK", &dialog);
-  ok->setDefault(true);
-  layout->addWidget(label);
-  layout->addWidget(ok);
-  QSignalSpy okClicked(ok, &QPushButton::clicked);
-  dialog.show();
-  ts4::TSilentEdit* edit = OpenEditor(*label);
-  QTest::keyClicks(edit, "x");
-  QTest::keyClick(edit, Qt::Key_Return);
-  EXPECT_EQ(label->Value(), "x");
+  EXPECT_EQ(label->Value(), "Faro") << "an empty input changes nothing";
   EXPECT_EQ(okClicked.count(), 0) << "the dialog's default button did not see Enter";
-  EXPECT_TRUE(dialog.isVisible());
+  EXPECT_TRUE(dialog.isVisible()) << "nor did the dialog see Escape";
 }
 
 TEST(DropDownEdit, ValueTypesAndCaseOptionsFilterTyping) {
@@ -205,9 +180,7 @@ TEST(DropDownEdit, ValueTypesAndCaseOptionsFilterTyping) {
     QTest::keyClick(edit, Qt::Key_Return);
     EXPECT_EQ(label.Value().toStdString(), c.value) << c.typed;
   }
-  ts4::TDropDownEdit label;
-  EXPECT_TRUE(label.GetOption(1) == label.AutoUpperCase());
-  EXPECT_THROW(label.SetOption(3, true), ts4::EDDLabelError);
+  EXPECT_THROW(ts4::TDropDownEdit().SetOption(3, true), ts4::EDDLabelError);
 }
 
 TEST(DropDownEdit, DoubleClickInTheEditorMayChangeItsText) {
@@ -239,7 +212,6 @@ TEST(DropDownDateTimeEdit, PicksDatesAndTimesAsISOText) {
   auto* dateEdit = qobject_cast<QDateEdit*>(date.Editor());
   ASSERT_NE(dateEdit, nullptr);
   EXPECT_EQ(dateEdit->date(), QDate(2026, 11, 22));
-  EXPECT_TRUE(dateEdit->calendarPopup());
   dateEdit->setDate(QDate(2027, 1, 5));
   QTest::keyClick(dateEdit, Qt::Key_Escape);
   EXPECT_EQ(date.Value(), "2026-11-22") << "Escape keeps the old date";
@@ -287,7 +259,6 @@ TEST(DropDownLabel, OpeningKeysDropDownOthersGoToTheParent) {
       {"F4", Qt::Key_F4, {}, false, true},
       {"Alt+Down", Qt::Key_Down, Qt::AltModifier, false, true},
       {"Down", Qt::Key_Down, {}, false, false},
-      {"Up", Qt::Key_Up, {}, false, false},
       {"Insert", Qt::Key_Insert, {}, false, false},
       {"Ctrl+Delete", Qt::Key_Delete, Qt::ControlModifier, false, false},
       {"Alt+F4", Qt::Key_F4, Qt::AltModifier, false, false},
@@ -307,7 +278,7 @@ TEST(DropDownLabel, OpeningKeysDropDownOthersGoToTheParent) {
 TEST(DropDownEdit, TheKeyboardOpensTheEditorAndGetsTheFocusBack) {
   QWidget window;
   // First in the tab order: where Qt itself would move the focus of a closing editor.
-  auto* first = new TDropDownLabel(&window);
+  auto* first = new ts4::TDropDownEdit(&window);
   auto* label = new ts4::TDropDownEdit(&window);
   label->move(0, 30);
   window.show();
@@ -325,6 +296,15 @@ TEST(DropDownEdit, TheKeyboardOpensTheEditorAndGetsTheFocusBack) {
   QTest::keyClick(edit, Qt::Key_Return);
   EXPECT_EQ(label->Value(), "Braga");
   EXPECT_TRUE(label->hasFocus()) << "back where the keyboard left off";
+
+  // The label may go away while its editor is open with the focus in it.
+  QTest::keyClick(window.windowHandle(), Qt::Key_F4);
+  const QPointer<QWidget> editor = label->Editor();
+  ASSERT_TRUE(editor != nullptr && editor->hasFocus());
+  delete label;
+  EXPECT_TRUE(editor.isNull()) << "the editor went with it";
+  first->DropDown();  // focus moves on without anyone to tell
+  EXPECT_TRUE(first->Dropped());
 }
 
 TEST(DropDownLabel, ScreenReadersReadCaptionValueAndStateAndMayOpenIt) {

@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <string_view>
 
 #include "panel/system_metrics.h"
 
@@ -51,48 +52,45 @@ class PopupMenuTest : public testing::Test {
   }
 };
 
-class PopupMenuDirectionTest : public PopupMenuTest,
-                               public testing::WithParamInterface<Qt::LayoutDirection> {};
+TEST_F(PopupMenuTest, ColumnsRunInTheLayoutDirection) {
+  for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+    SCOPED_TRACE(direction == Qt::LeftToRight ? "left to right" : "right to left");
+    TWPopupMenu menu;
+    menu.setLayoutDirection(direction);
+    menu.SetItemsPerColumn(25);
+    AddItems(menu, 60);
+    menu.Popup({20, 20});
 
-TEST_P(PopupMenuDirectionTest, ColumnsRunInTheLayoutDirection) {
-  TWPopupMenu menu;
-  menu.setLayoutDirection(GetParam());
-  menu.SetItemsPerColumn(25);
-  AddItems(menu, 60);
-  menu.Popup({20, 20});
+    ASSERT_NE(menu.PopupWidget(), nullptr);
+    EXPECT_EQ(menu.ColumnBreaks(), (Breaks{20, 40}));
+    const QRect first = menu.ItemGeometry(ItemAt(menu, 0));
+    const QRect below = menu.ItemGeometry(ItemAt(menu, 19));
+    const QRect second = menu.ItemGeometry(ItemAt(menu, 20));
+    const QRect third = menu.ItemGeometry(ItemAt(menu, 40));
+    EXPECT_EQ(below.left(), first.left());
+    EXPECT_GT(below.top(), first.top());
+    EXPECT_EQ(second.top(), first.top());
+    EXPECT_EQ(third.top(), first.top());
+    if (direction == Qt::LeftToRight) {
+      EXPECT_GT(second.left(), first.right());
+      EXPECT_GT(third.left(), second.right());
+    } else {
+      EXPECT_LT(second.right(), first.left());
+      EXPECT_LT(third.right(), second.left());
+    }
+    // A bar between each two columns.
+    EXPECT_EQ(menu.PopupWidget()->findChildren<QFrame*>().size(), 2);
 
-  ASSERT_NE(menu.PopupWidget(), nullptr);
-  EXPECT_EQ(menu.ColumnBreaks(), (Breaks{20, 40}));
-  const QRect first = menu.ItemGeometry(ItemAt(menu, 0));
-  const QRect below = menu.ItemGeometry(ItemAt(menu, 19));
-  const QRect second = menu.ItemGeometry(ItemAt(menu, 20));
-  const QRect third = menu.ItemGeometry(ItemAt(menu, 40));
-  EXPECT_EQ(below.left(), first.left());
-  EXPECT_GT(below.top(), first.top());
-  EXPECT_EQ(second.top(), first.top());
-  EXPECT_EQ(third.top(), first.top());
-  if (GetParam() == Qt::LeftToRight) {
-    EXPECT_GT(second.left(), first.right());
-    EXPECT_GT(third.left(), second.right());
-  } else {
-    EXPECT_LT(second.right(), first.left());
-    EXPECT_LT(third.right(), second.left());
+    // Down takes the first item; the key towards the next column keeps the row.
+    const Qt::Key next = direction == Qt::LeftToRight ? Qt::Key_Right : Qt::Key_Left;
+    QSignalSpy triggered(&menu, &QMenu::triggered);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, next, next, next, Qt::Key_Up, Qt::Key_Return})
+      QTest::keyClick(QApplication::activePopupWidget(), key);
+    ASSERT_EQ(triggered.size(), 1);
+    EXPECT_EQ(triggered[0][0].value<QAction*>(), ItemAt(menu, 40));  // row 1 of column 3, up to row 0
+    ExpectClosed(menu);
   }
-  // A bar between each two columns.
-  EXPECT_EQ(menu.PopupWidget()->findChildren<QFrame*>().size(), 2);
-
-  // Down takes the first item; the key towards the next column keeps the row.
-  const Qt::Key next = GetParam() == Qt::LeftToRight ? Qt::Key_Right : Qt::Key_Left;
-  QSignalSpy triggered(&menu, &QMenu::triggered);
-  for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, next, next, next, Qt::Key_Up, Qt::Key_Return})
-    QTest::keyClick(QApplication::activePopupWidget(), key);
-  ASSERT_EQ(triggered.size(), 1);
-  EXPECT_EQ(triggered[0][0].value<QAction*>(), ItemAt(menu, 40));  // row 1 of column 3, up to row 0
-  ExpectClosed(menu);
 }
-
-INSTANTIATE_TEST_SUITE_P(Directions, PopupMenuDirectionTest,
-                         testing::Values(Qt::LeftToRight, Qt::RightToLeft));
 
 TEST_F(PopupMenuTest, AClickTriggersTheItemAndClosesTheMenu) {
   TWPopupMenu menu;
@@ -114,8 +112,10 @@ TEST_F(PopupMenuTest, AClickTriggersTheItemAndClosesTheMenu) {
   ExpectClosed(menu);
 }
 
-TEST_F(PopupMenuTest, EscapeOrAClickOutsideCancels) {
-  for (const bool escape : {true, false}) {
+// Escape and a click outside cancel; a release without a press in the menu
+// is the end of the click that opened it and leaves it open.
+TEST_F(PopupMenuTest, EscapeAClickOutsideOrAReleaseAloneChooseNothing) {
+  for (const char* gesture : {"Escape", "click outside", "release alone"}) {
     TWPopupMenu menu;
     AddItems(menu, 5);
     QSignalSpy triggered(&menu, &QMenu::triggered);
@@ -123,79 +123,57 @@ TEST_F(PopupMenuTest, EscapeOrAClickOutsideCancels) {
     menu.Popup({100, 100});
     QWidget* window = menu.PopupWidget();
     ASSERT_NE(window, nullptr);
-    if (escape)
+    const bool release = gesture == std::string_view("release alone");
+    if (gesture == std::string_view("Escape"))
       QTest::keyClick(window, Qt::Key_Escape);
+    else if (release)
+      QTest::mouseRelease(window, Qt::LeftButton, {}, menu.ItemGeometry(ItemAt(menu, 2)).center());
     else
       QTest::mouseClick(window, Qt::LeftButton, {}, window->rect().bottomRight() + QPoint(50, 50));
-    EXPECT_EQ(triggered.size(), 0) << escape;
-    EXPECT_EQ(hidden.size(), 1) << escape;
-    ExpectClosed(menu);
+    EXPECT_EQ(triggered.size(), 0) << gesture;
+    EXPECT_EQ(hidden.size(), release ? 0 : 1) << gesture;
+    if (!release) ExpectClosed(menu);
   }
 }
 
-// A release without a press in the menu is the end of the click that opened it.
-TEST_F(PopupMenuTest, AReleaseAloneChoosesNothing) {
-  TWPopupMenu menu;
-  AddItems(menu, 5);
-  QSignalSpy triggered(&menu, &QMenu::triggered);
-  menu.Popup({100, 100});
-  QTest::mouseRelease(menu.PopupWidget(), Qt::LeftButton, {}, menu.ItemGeometry(ItemAt(menu, 2)).center());
-  EXPECT_EQ(triggered.size(), 0);
-  EXPECT_NE(menu.PopupWidget(), nullptr);
-}
-
-TEST_F(PopupMenuTest, SubMenusAreSplitWithTheSameColumnLength) {
-  TWPopupMenu menu;
-  menu.SetItemsPerColumn(10);
-  AddItems(menu, 3);
-  TWPopupMenu* group = menu.AddSubMenu(QIcon(), QStringLiteral("Group"));
-  AddItems(*group, 30);
-  TWPopupMenu* nested = group->AddSubMenu(QStringLiteral("Nested"));
-  AddItems(*nested, 12);
-  QSignalSpy menuTriggered(&menu, &QMenu::triggered);
-  menu.Popup({10, 10});
-
-  // Every level is split when the menu opens, before its sub-menus do.
-  EXPECT_EQ(menu.ColumnBreaks(), Breaks{});
-  EXPECT_EQ(group->ColumnBreaks(), (Breaks{8, 16, 24}));  // 31 items: 8, 8, 8, 7
-  EXPECT_EQ(nested->ColumnBreaks(), (Breaks{6}));         // 12 items: 6, 6
-  EXPECT_EQ(group->PopupWidget(), nullptr);
-
-  // Hovering the group opens it beside its item, in columns.
-  const QRect groupItem = menu.ItemGeometry(group->menuAction());
-  Hover(menu.PopupWidget(), groupItem.center());
-  QWidget* groupWindow = group->PopupWidget();
-  ASSERT_NE(groupWindow, nullptr);
-  EXPECT_GE(groupWindow->x(), menu.PopupWidget()->geometry().right());
-  EXPECT_GT(group->ItemGeometry(ItemAt(*group, 8)).left(), group->ItemGeometry(ItemAt(*group, 0)).right());
-
-  QAction* chosen = ItemAt(*group, 20);
-  QSignalSpy groupTriggered(group, &QMenu::triggered);
-  QTest::mouseClick(groupWindow, Qt::LeftButton, {}, group->ItemGeometry(chosen).center());
-  ASSERT_EQ(menuTriggered.size(), 1);
-  EXPECT_EQ(menuTriggered[0][0].value<QAction*>(), chosen);
-  EXPECT_EQ(groupTriggered.size(), 1);
-  ExpectClosed(menu);
-  EXPECT_EQ(group->PopupWidget(), nullptr);
-}
-
-// The open sub-menu gets the mouse; a click on the menu it came from still
+// Every level is split when the menu opens, before its sub-menus do; the
+// open sub-menu gets the mouse, yet a click on the menu it came from still
 // chooses there.
-TEST_F(PopupMenuTest, AClickOnTheParentWhileASubMenuIsOpenChoosesInTheParent) {
-  TWPopupMenu menu;
-  AddItems(menu, 3);
-  TWPopupMenu* group = menu.AddSubMenu(QStringLiteral("Group"));
-  AddItems(*group, 3);
-  QSignalSpy menuTriggered(&menu, &QMenu::triggered);
-  menu.Popup({10, 10});
-  Hover(menu.PopupWidget(), menu.ItemGeometry(group->menuAction()).center());
-  ASSERT_NE(group->PopupWidget(), nullptr);
-  ASSERT_EQ(QApplication::activePopupWidget(), group->PopupWidget());
+TEST_F(PopupMenuTest, SubMenusAreSplitWithTheSameColumnLength) {
+  for (const bool inParent : {false, true}) {
+    SCOPED_TRACE(inParent ? "chosen in the parent" : "chosen in the group");
+    TWPopupMenu menu;
+    menu.SetItemsPerColumn(10);
+    AddItems(menu, 3);
+    TWPopupMenu* group = menu.AddSubMenu(QIcon(), QStringLiteral("Group"));
+    AddItems(*group, 30);
+    TWPopupMenu* nested = group->AddSubMenu(QStringLiteral("Nested"));
+    AddItems(*nested, 12);
+    QSignalSpy menuTriggered(&menu, &QMenu::triggered);
+    QSignalSpy groupTriggered(group, &QMenu::triggered);
+    menu.Popup({10, 10});
+    EXPECT_EQ(menu.ColumnBreaks(), Breaks{});
+    EXPECT_EQ(group->ColumnBreaks(), (Breaks{8, 16, 24}));  // 31 items: 8, 8, 8, 7
+    EXPECT_EQ(nested->ColumnBreaks(), (Breaks{6}));         // 12 items: 6, 6
+    EXPECT_EQ(group->PopupWidget(), nullptr);
 
-  QTest::mouseClick(menu.PopupWidget(), Qt::LeftButton, {}, menu.ItemGeometry(ItemAt(menu, 1)).center());
-  ASSERT_EQ(menuTriggered.size(), 1);
-  EXPECT_EQ(menuTriggered[0][0].value<QAction*>(), ItemAt(menu, 1));
-  ExpectClosed(menu);
+    // Hovering the group opens it beside its item, in columns.
+    Hover(menu.PopupWidget(), menu.ItemGeometry(group->menuAction()).center());
+    QWidget* groupWindow = group->PopupWidget();
+    ASSERT_NE(groupWindow, nullptr);
+    ASSERT_EQ(QApplication::activePopupWidget(), groupWindow);
+    EXPECT_GE(groupWindow->x(), menu.PopupWidget()->geometry().right());
+    EXPECT_GT(group->ItemGeometry(ItemAt(*group, 8)).left(), group->ItemGeometry(ItemAt(*group, 0)).right());
+
+    TWPopupMenu& owner = inParent ? menu : *group;
+    QAction* chosen = ItemAt(owner, inParent ? 1 : 20);
+    QTest::mouseClick(owner.PopupWidget(), Qt::LeftButton, {}, owner.ItemGeometry(chosen).center());
+    ASSERT_EQ(menuTriggered.size(), 1);
+    EXPECT_EQ(menuTriggered[0][0].value<QAction*>(), chosen);
+    EXPECT_EQ(groupTriggered.size(), inParent ? 0 : 1);
+    ExpectClosed(menu);
+    EXPECT_EQ(group->PopupWidget(), nullptr);
+  }
 }
 
 // The way the drop-down labels build their menus: groups as plain sub-menus
@@ -273,15 +251,13 @@ TEST_F(PopupMenuTest, TheColumnLengthFromTheScreenFits) {
   }
 }
 
-TEST_F(PopupMenuTest, PublishedProperties) {
+// Saved settings hold the break type as a number; a plain break sets columns
+// apart without a bar.
+TEST_F(PopupMenuTest, APlainBreakFromTheSettingsDrawsNoBar) {
   TWPopupMenu menu;
-  // Saved settings hold the break type as a number.
   ASSERT_TRUE(menu.setProperty("BreakType", 1));
   EXPECT_EQ(menu.BreakType(), TWPopupMenu::TMenuBreak::mbBreak);
-  ASSERT_TRUE(menu.setProperty("PopupSplitType", QVariant::fromValue(ts4::pstFillFirst)));
-  EXPECT_EQ(menu.PopupSplitType(), ts4::pstFillFirst);
-
-  // A plain break sets columns apart without a bar.
+  menu.SetPopupSplitType(ts4::pstFillFirst);
   menu.SetItemsPerColumn(5);
   AddItems(menu, 12);
   menu.Popup({0, 0});

@@ -132,7 +132,6 @@ TEST(SQLParser, WhereTrees) {
       {"Upper(t.A || 'x') >= 'B' -- note\n and b = 'it''s'", "and[Upper(t.A || 'x') >= 'B', b = 'it''s']"},
       {"a = 1; trailing", "[a = 1]"},
       {"NOT (a = 1 OR b = 2)", "not or[a = 1, b = 2]"},
-      {"NOT (a = 1 AND b = 2)", "not and[a = 1, b = 2]"},
       {"not (not (a = 1 or b = 2))", "or[a = 1, b = 2]"},
       {"c = 3 and not (a = 1 or not (b = 2 and (d = 4 or e = 5)))",
        "and[c = 3, not or[a = 1, not and[b = 2, or[d = 4, e = 5]]]]"},
