@@ -13,6 +13,7 @@
 #include "panel/query_panel.h"
 #include "panel/row_controls.h"
 #include "panel/row_view_p.h"
+#include "panel/value_label_factory.h"
 #include "query/sql_param.h"
 #include "structure/structure.h"
 
@@ -244,10 +245,8 @@ void TWQueryPanel::BindCondition(TRowView& view, TFilterCond& condition) {
 
 void TWQueryPanel::BindValueLabel(TRowView& view, TFilterCond& condition, int index) {
   const TDSField& field = *condition.Field();
-  const TDSTextEditor* text = field.TextEditor();
   const TValueLabelChoice choice = ChooseValueLabel(
-      field.EditType(), text != nullptr ? text->EditKind() : tekSimple, condition.GetExprType(),
-      condition.Operator()->ValueType(), appearance_->Has(aoPopupValue));
+      field, condition.GetExprType(), condition.Operator()->ValueType(), appearance_->Has(aoPopupValue));
   const auto slot = static_cast<std::size_t>(ValueSlot(index));
   auto* label = static_cast<TDropDownLabel*>(view.Controls[slot]);
   if (label == nullptr || view.ValueKinds[static_cast<std::size_t>(index - 1)] != choice) {
@@ -256,35 +255,10 @@ void TWQueryPanel::BindValueLabel(TRowView& view, TFilterCond& condition, int in
     label = MakeValueLabel(view, index);
     view.Controls[slot] = label;
   }
-
-  if (auto* edit = qobject_cast<TDropDownCustomEdit*>(label)) {
-    edit->SetValueType(static_cast<TDropDownCustomEdit::TValueType>(choice.TextType));
-    if (text != nullptr && field.EditType() == etEdit) {
-      edit->SetOption(1, text->GetOption(1));
-      edit->SetOption(2, text->GetOption(2));
-    }
-    if (auto* mask = qobject_cast<TDropDownMaskEdit*>(label); mask != nullptr && text != nullptr) {
-      mask->SetEditMask(ToQ(text->EditMask()));
-      mask->SetUseFormattedValue(text->FmtVal() != 0);
-    }
-  }
-  QString problem;  // why a list could not be read, shown as the word's tip
-  if (auto* list = qobject_cast<TDropDownList*>(label)) {
-    list->SetSortList(appearance_->Has(aoSortListData));
-    if (auto* popup = qobject_cast<TDropDownPopup*>(list)) popup->SetItemLimit(maxPopupItemCount_);
-    if (TDSSQLEditor* sql = field.SQLEditor()) {
-      // The list comes from the database, with the values other conditions give.
-      sql->SetSQLParams(query_->ParamValues());
-      try {
-        sql->SetOpened(true);
-      } catch (const EWTessalyError& error) {
-        problem = QString::fromUtf8(error.what());
-      }
-    }
-    const TDSListEditor* items = field.ListEditor();
-    list->SetItems(items != nullptr ? ToQ(items->Items()) : QStringList());
-    list->SetValues(items != nullptr ? ToQ(items->Values()) : QStringList());
-  }
+  // The list comes from the database, with the values other conditions give;
+  // why it could not be read is shown as the word's tip.
+  const QString problem = SetUpValueLabel(
+      *label, choice, field, {&query_->ParamValues(), appearance_->Has(aoSortListData), maxPopupItemCount_});
 
   const bool isParam = condition.Param(index) != nullptr;
   const QString value = ToQ(condition.Value(index));
@@ -312,39 +286,19 @@ void TWQueryPanel::BindValueLabel(TRowView& view, TFilterCond& condition, int in
 }
 
 TDropDownLabel* TWQueryPanel::MakeValueLabel(TRowView& view, int index) {
-  QWidget* parent = viewport();
   TRowView* v = &view;
-  TDropDownLabel* label = nullptr;
-  switch (view.ValueKinds[static_cast<std::size_t>(index - 1)].Kind) {
-    case vlkSubQuery:
-      label = new TDropDownLabel(parent);
-      label->OnCustomDropDown = [this, v](TDropDownLabel&, QString&, bool& accept) {
-        accept = false;
-        if (v->Row != nullptr) RunSubQueryEditor(static_cast<TFilterCond&>(*v->Row));
-      };
-      break;
-    case vlkEdit: label = new TDropDownEdit(parent); break;
-    case vlkMaskEdit: label = new TDropDownMaskEdit(parent); break;
-    case vlkDate:
-    case vlkTime: {
-      auto* picker = new TDropDownDateTimeEdit(parent);
-      picker->SetKind(view.ValueKinds[static_cast<std::size_t>(index - 1)].Kind == vlkDate
-                          ? TDropDownDateTimeEdit::ekDate
-                          : TDropDownDateTimeEdit::ekTime);
-      label = picker;
-      break;
-    }
-    case vlkCheckList: label = new TDropDownCheckListBox(parent); break;
-    case vlkPopup: label = new TDropDownPopup(parent); break;
-    case vlkListBox: label = new TDropDownListBox(parent); break;
-    case vlkCustom:
-      label = new TDropDownLabel(parent);
-      label->OnCustomDropDown = [this, v](TDropDownLabel&, QString& value, bool& accept) {
-        if (v->Row != nullptr) CustomDropDownHandler(static_cast<TFilterCond&>(*v->Row), value, accept);
-      };
-      break;
+  const TValueLabelChoice& choice = view.ValueKinds[static_cast<std::size_t>(index - 1)];
+  TDropDownLabel* label = NewValueLabel(choice, viewport());
+  if (choice.Kind == vlkSubQuery) {
+    label->OnCustomDropDown = [this, v](TDropDownLabel&, QString&, bool& accept) {
+      accept = false;
+      if (v->Row != nullptr) RunSubQueryEditor(static_cast<TFilterCond&>(*v->Row));
+    };
+  } else if (choice.Kind == vlkCustom) {
+    label->OnCustomDropDown = [this, v](TDropDownLabel&, QString& value, bool& accept) {
+      if (v->Row != nullptr) CustomDropDownHandler(static_cast<TFilterCond&>(*v->Row), value, accept);
+    };
   }
-  label->hide();
   if (auto* edit = qobject_cast<TDropDownCustomEdit*>(label)) {
     edit->OnEditDblClick = [this, v, index](TDropDownLabel&, QString& value) {
       if (OnValueDblClick && v->Row != nullptr)

@@ -127,6 +127,20 @@ void TResultField::ProcessSQLExpr(std::string_view text) {
   Changed();
 }
 
+void TResultField::SetAggregate(TAggregateFunction function) {
+  SetFormula(WithAggregate(formula_.Formula, function));
+}
+
+void TResultField::Combine(TFormulaOperator op, TDSField& field) {
+  if (formula_.Fields.empty()) {
+    formula_ = {"@1", {&field}};
+  } else {
+    formula_.Fields.push_back(&field);
+    formula_.Formula = CombineFormula(formula_.Formula, op, "@" + std::to_string(formula_.Fields.size()));
+  }
+  Changed();
+}
+
 void TResultField::GenerateAlias() {
   if (std::optional<std::string> alias = GeneratedAlias()) SetAlias(std::move(*alias));
 }
@@ -150,6 +164,10 @@ std::optional<std::string> TResultField::GeneratedAlias() const {
 
 void TResultField::GenerateCaption() {
   SetCaption(GeneratedCaption());
+}
+
+bool TResultField::CaptionGenerated() const {
+  return caption_.empty() || caption_ == GeneratedCaption();
 }
 
 std::string TResultField::GeneratedCaption() const {

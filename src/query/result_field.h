@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "query/formula.h"
+#include "query/formula_edit.h"
 #include "query/query_types.h"
 
 namespace ts4 {
@@ -74,12 +75,24 @@ class TResultField {
   /// Takes an SQL expression such as "SUM(O.TOTAL)".
   void ProcessSQLExpr(std::string_view text);
 
+  /// The aggregate the whole formula is a call of, afNone when it is none.
+  [[nodiscard]] TAggregateFunction Aggregate() const { return OuterAggregate(formula_.Formula); }
+  /// Wraps the formula in the function instead of the one it had; afNone unwraps it.
+  void SetAggregate(TAggregateFunction function);
+  /// Extends the formula by the operator and the structure field ("@1"
+  /// becomes "@1 + @2", the field appended as the next marker's); a field
+  /// without structure fields becomes the field as it stands ("@1").
+  void Combine(TFormulaOperator op, TDSField& field);
+
   /// Alias from the caption: blanks and punctuation become "_", only ASCII
   /// when the list asks for it, unique in the list. Only when the list
   /// generates aliases.
   void GenerateAlias();
   /// Caption from the expression without braces, unique in the list.
   void GenerateCaption();
+  /// True when the caption is empty or the one GenerateCaption gives, so
+  /// that it may follow the formula.
+  [[nodiscard]] bool CaptionGenerated() const;
 
   /// Copies everything but the owner and the number.
   void Assign(const TResultField& source);

@@ -1,6 +1,10 @@
 #include "query/rfield_list.h"
 
+#include <algorithm>
+
 #include "foundation/assign.h"
+#include "foundation/error.h"
+#include "foundation/messages.h"
 #include "foundation/string_utils.h"
 #include "query/query_result.h"
 #include "structure/field.h"
@@ -133,6 +137,43 @@ int TRFieldList::GetSortCount() const {
   int count = 0;
   for (const TResultField* field : fields_) count += field->Sorting() != stNoSort ? 1 : 0;
   return count;
+}
+
+std::vector<TResultField*> TRFieldList::SortedFields() const {
+  std::vector<TResultField*> sorted;
+  for (TResultField* field : fields_) {
+    if (field->Sorting() != stNoSort) sorted.push_back(field);
+  }
+  std::stable_sort(sorted.begin(), sorted.end(), [](const TResultField* a, const TResultField* b) {
+    return a->SortOrder() < b->SortOrder();
+  });
+  return sorted;
+}
+
+void TRFieldList::SetSorting(int index, TSortingType sorting) {
+  TResultField* field = GetRField(index);
+  if (field->sorting_ == sorting) return;
+  if (field->sorting_ == stNoSort) {
+    int last = 0;
+    for (const TResultField* other : SortedFields()) last = std::max(last, other->SortOrder());
+    field->sortOrder_ = last + 1;
+  }
+  field->sorting_ = sorting;
+  Changed();
+}
+
+void TRFieldList::MoveSortedField(int from, int to) {
+  std::vector<TResultField*> sorted = SortedFields();
+  const int count = static_cast<int>(sorted.size());
+  for (int index : {from, to}) {
+    if (index < 0 || index >= count) throw EWTessalyError(gecGeneral, msg::ListIndexOutOfBounds, index);
+  }
+  TResultField* moved = sorted[static_cast<std::size_t>(from)];
+  sorted.erase(sorted.begin() + from);
+  sorted.insert(sorted.begin() + to, moved);
+  bool changed = false;
+  for (int rank = 1; rank <= count; ++rank) changed |= AssignIfChanged(sorted[rank - 1]->sortOrder_, rank);
+  if (changed) Changed();
 }
 
 std::string TRFieldList::GetCaption(int index) const {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "foundation/object_list.h"
 #include "query/result_field.h"
@@ -85,6 +86,15 @@ class TRFieldList {
   void RegenerateAliases();
   /// Number of sorted fields.
   [[nodiscard]] int GetSortCount() const;
+  /// The sorted fields in the order ORDER BY names them: by SortOrder, equal
+  /// SortOrders in list order.
+  [[nodiscard]] std::vector<TResultField*> SortedFields() const;
+  /// Sorts the field at the index; one that was not sorted comes after the
+  /// fields that are.
+  void SetSorting(int index, TSortingType sorting);
+  /// Moves the sorted field at `from` of SortedFields to `to`; the sorted
+  /// fields are ranked 1, 2 ... in the new order.
+  void MoveSortedField(int from, int to);
   /// The caption of the field at the index, its expression when it has none.
   [[nodiscard]] std::string GetCaption(int index) const;
 
