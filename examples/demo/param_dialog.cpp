@@ -53,6 +53,8 @@ TParamDialog::TParamDialog(ts4::TWQuery& query, QWidget* parent) : QDialog(paren
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   column->addWidget(buttons);
+  // Room for the editors, which open over the value where it stands.
+  setMinimumWidth(fontMetrics().averageCharWidth() * 50);
 }
 
 QStringList TParamDialog::Values() const {

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QStandardPaths>
+#include <QTemporaryFile>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QUndoStack>
@@ -147,6 +148,26 @@ class DemoTest : public QObject {
              qPrintable(sql));
     QVERIFY(window_->RunWithValues());
     QCOMPARE(ShownCount(window_->RunStatus()), SQLiteCount(sql));
+  }
+
+  // A database's own tables become the structure; the panel moves over to it
+  // before the old one goes, and a database without tables is refused.
+  void structureImportedFromTheDatabase() {
+    QVERIFY(window_->OpenQuery(QStringLiteral(TS4_EXAMPLE_DATA "/big-orders.qry"), false));
+    database_->ImportStructure(QStringLiteral("sqlite:" TS4_SAMPLE_DB));
+    QCOMPARE(window_->Panel()->DbStruct(), &database_->Structure());
+    QCOMPARE(database_->Structure().TableCount(), 5);
+    QCOMPARE(window_->Panel()->Query().Root().GetRowCount(), 0);
+    QVERIFY(window_->PasteSQL(QStringLiteral("SELECT C.COMPANY FROM CUSTOMERS C WHERE C.CITY = 'Paris'")));
+    QVERIFY(window_->RunWithValues());
+    QCOMPARE(ShownCount(window_->RunStatus()), SQLiteCount(window_->Preview()->Text()));
+
+    QTemporaryFile empty;
+    QVERIFY(empty.open());
+    ts4::TWDBStructure* before = &database_->Structure();
+    QVERIFY_THROWS_EXCEPTION(std::exception,
+                             database_->ImportStructure(QStringLiteral("sqlite:") + empty.fileName()));
+    QCOMPARE(&database_->Structure(), before);
   }
 
   // Pasted SQL replaces the query, or says why not and leaves it alone; a
