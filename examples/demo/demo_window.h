@@ -78,6 +78,8 @@ class TDemoWindow : public QMainWindow {
   void UpdateTitle();
   void UpdateStatus();
   void Warn(const QString& what, const QString& why);
+  /// A database URL the user types; empty when cancelled.
+  [[nodiscard]] QString AskForUrl(const QString& title, const QString& what);
   void RestoreState();
   void KeepState() const;
 

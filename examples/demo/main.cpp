@@ -71,8 +71,9 @@ int PrintRun(const TArguments& arguments) {
   QTextStream out(stdout);
   out << sql << "\n\n";
   out.flush();
-  const ts4demo::TQueryRows rows =
+  ts4demo::TQueryRows rows =
       ts4demo::RunStatement(database.ConnectionName(), sql, ts4demo::ParameterValues(query.QResult()), 10);
+  ts4demo::HeadByCaptions(rows, query.QResult().ResultFields());
   out << ts4demo::FormatRows(rows);
   return 0;
 }

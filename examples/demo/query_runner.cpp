@@ -12,6 +12,7 @@
 
 #include "foundation/field_types.h"
 #include "query/query_result.h"
+#include "query/rfield_list.h"
 
 namespace ts4demo {
 namespace {
@@ -51,6 +52,14 @@ QVariant TypedValue(ts4::TFieldType type, const QString& text) {
   return text;
 }
 
+// Numbers with the digits a double holds, so that a sum of prices reads
+// 95161.91 rather than 95161.90999999999.
+QString CellText(const QVariant& value) {
+  if (value.isNull()) return QStringLiteral("NULL");
+  if (value.typeId() == QMetaType::Double) return QString::number(value.toDouble(), 'g', 15);
+  return value.toString();
+}
+
 }  // namespace
 
 TBoundValues ParameterValues(const ts4::TQueryResult& result) {
@@ -81,14 +90,18 @@ TQueryRows RunStatement(const QString& connection, const QString& sql, const TBo
   while (query.next()) {
     if (std::cmp_less(rows.Rows.size(), keep)) {
       QStringList row;
-      for (int i = 0; i < record.count(); ++i)
-        row << (query.isNull(i) ? QStringLiteral("NULL") : query.value(i).toString());
+      for (int i = 0; i < record.count(); ++i) row << CellText(query.value(i));
       rows.Rows.push_back(std::move(row));
     }
     ++rows.Count;
   }
   if (query.lastError().isValid()) fail();
   return rows;
+}
+
+void HeadByCaptions(TQueryRows& rows, const ts4::TRFieldList& fields) {
+  if (fields.JustSorting() || rows.Columns.size() != fields.Count()) return;
+  for (int i = 0; i < fields.Count(); ++i) rows.Columns[i] = QString::fromStdString(fields.GetCaption(i));
 }
 
 QString FormatRows(const TQueryRows& rows) {

@@ -8,7 +8,8 @@
 
 namespace ts4 {
 class TQueryResult;
-}
+class TRFieldList;
+}  // namespace ts4
 
 namespace ts4demo {
 
@@ -31,6 +32,9 @@ struct TQueryRows {
 /// Raises std::runtime_error with the driver's message when it fails.
 [[nodiscard]] TQueryRows RunStatement(const QString& connection, const QString& sql,
                                       const TBoundValues& values, qsizetype keep);
+
+/// When the columns are the result fields, heads them by their captions.
+void HeadByCaptions(TQueryRows& rows, const ts4::TRFieldList& fields);
 
 /// The rows as a table of plain text: a header, the rows, and the count.
 [[nodiscard]] QString FormatRows(const TQueryRows& rows);
