@@ -120,6 +120,10 @@ void TWResultFieldsEditor::MoveSorted(int delta) {
 
 void TWResultFieldsEditor::accept() {
   if (!ApplyExpression()) return;
+  // A new field the user never gave an expression would write its bare
+  // marker into the SQL: it is not kept.
+  for (int i = fields_.Count() - 1; i >= 0; --i)
+    if (fields_[i]->FieldCount() == 0 && fields_[i]->Formula() == "@1") fields_.Delete(i);
   TRFieldList& target = query_.QResult().ResultFields();
   TStrings before;
   TStrings after;

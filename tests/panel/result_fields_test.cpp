@@ -172,6 +172,11 @@ TEST_F(ResultFieldsTest, DeletingAsksAndCancelForgetsEveryEdit) {
     editor.reject();
   }
   TWResultFieldsEditor(*query_).accept();  // OK without a change tells nothing
+  {
+    TWResultFieldsEditor editor(*query_);
+    Click(editor, "newButton");  // a new field never given an expression is not kept
+    editor.accept();
+  }
   EXPECT_EQ(query_->GetQueryText(), before);
   EXPECT_EQ(counter_.count, told);
 }
