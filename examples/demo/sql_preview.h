@@ -14,8 +14,8 @@ namespace ts4demo {
 
 /// The SQL a panel's query writes, shown as it changes, with the join
 /// syntax and the options it is written with. The choices are the query's
-/// own settings: changing one changes the query (and is undone with it),
-/// and a query that is loaded brings its own.
+/// own settings: the options travel in its text (saved, and undone with
+/// it), the syntax stays with the window, as query files do not keep it.
 class TSqlPreview : public QWidget {
   Q_OBJECT
 
