@@ -15,6 +15,9 @@ demo=./build/release/examples/demo/ts4demo
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   exec "$demo" "$@"
 fi
+# Qt keeps its runtime files there; a root shell on a server often has none.
+export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-/tmp/runtime-$(id -u)}"
+mkdir -p -m 700 "$XDG_RUNTIME_DIR"
 "$demo" --screenshot build/release/ts4demo.png "$@"
 echo "No display here: the window is rendered in build/release/ts4demo.png."
 echo "What its query returns (ts4demo --run):"
