@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTimer>
 #include <QTreeWidget>
@@ -104,6 +105,15 @@ class DemoTest : public QObject {
     QVERIFY(!window_->isWindowModified());
     window_->History()->Stack()->redo();
     QCOMPARE(window_->Preview()->Text(), sql);
+
+    // Saved, and read back as it was.
+    QTemporaryDir dir;
+    QVERIFY(window_->SaveQuery(dir.filePath(QStringLiteral("total.qry"))));
+    QVERIFY(!window_->isWindowModified());
+    window_->NewQuery();
+    QVERIFY(!window_->Preview()->Text().contains(QStringLiteral("O.TOTAL")));
+    QVERIFY(window_->OpenQuery(dir.filePath(QStringLiteral("total.qry")), false));
+    QCOMPARE(window_->Preview()->Text(), sql);
   }
 
   // A parameter's value is bound with its field's type, and the rows are those SQLite gives.
@@ -150,24 +160,27 @@ class DemoTest : public QObject {
     QCOMPARE(ShownCount(window_->RunStatus()), SQLiteCount(sql));
   }
 
-  // A database's own tables become the structure; the panel moves over to it
-  // before the old one goes, and a database without tables is refused.
+  // A database's own tables become the structure, on SQLite and (beside the
+  // test server) on PostgreSQL: the panel moves over to it before the old one
+  // goes, and a statement over it returns the rows SQLite gives.
+  void structureImportedFromTheDatabase_data() {
+    QTest::addColumn<QString>("url");
+    QTest::newRow("sqlite") << QStringLiteral("sqlite:" TS4_SAMPLE_DB);
+    if (const QByteArray server = qgetenv("TS4_PG_URL"); !server.isEmpty())
+      QTest::newRow("postgresql") << QString::fromUtf8(server);
+  }
+
   void structureImportedFromTheDatabase() {
+    QFETCH(QString, url);
     QVERIFY(window_->OpenQuery(QStringLiteral(TS4_EXAMPLE_DATA "/big-orders.qry"), false));
-    database_->ImportStructure(QStringLiteral("sqlite:" TS4_SAMPLE_DB));
+    database_->ImportStructure(url);
     QCOMPARE(window_->Panel()->DbStruct(), &database_->Structure());
     QCOMPARE(database_->Structure().TableCount(), 5);
     QCOMPARE(window_->Panel()->Query().Root().GetRowCount(), 0);
-    QVERIFY(window_->PasteSQL(QStringLiteral("SELECT C.COMPANY FROM CUSTOMERS C WHERE C.CITY = 'Paris'")));
+    const QString sql = QStringLiteral("SELECT C.COMPANY FROM CUSTOMERS C WHERE C.CITY = 'Paris'");
+    QVERIFY(window_->PasteSQL(sql));
     QVERIFY(window_->RunWithValues());
-    QCOMPARE(ShownCount(window_->RunStatus()), SQLiteCount(window_->Preview()->Text()));
-
-    QTemporaryFile empty;
-    QVERIFY(empty.open());
-    ts4::TWDBStructure* before = &database_->Structure();
-    QVERIFY_THROWS_EXCEPTION(std::exception,
-                             database_->ImportStructure(QStringLiteral("sqlite:") + empty.fileName()));
-    QCOMPARE(&database_->Structure(), before);
+    QCOMPARE(ShownCount(window_->RunStatus()), SQLiteCount(sql));
   }
 
   // Pasted SQL replaces the query, or says why not and leaves it alone; a
@@ -184,6 +197,13 @@ class DemoTest : public QObject {
     QVERIFY(window_->PasteSQL(
         QStringLiteral("SELECT C.COMPANY FROM CUSTOMERS C WHERE C.CITY = 'Berlin' ORDER BY 1"), &problem));
     QVERIFY(window_->Preview()->Text().contains(QStringLiteral("C.CITY = 'Berlin'")));
+
+    QTemporaryFile empty;  // a database without tables gives no structure
+    QVERIFY(empty.open());
+    const ts4::TWDBStructure* structure = &database_->Structure();
+    QVERIFY_THROWS_EXCEPTION(std::exception,
+                             database_->ImportStructure(QStringLiteral("sqlite:") + empty.fileName()));
+    QCOMPARE(&database_->Structure(), structure);
 
     database_->OpenDatabase(QStringLiteral("sqlite:" TS4_EXAMPLE_DATA "/sales.str"));  // not a database
     QVERIFY(!window_->RunWithValues());
