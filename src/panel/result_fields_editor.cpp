@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDropEvent>
 #include <QEvent>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -14,6 +15,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QStyleOption>
@@ -114,6 +116,8 @@ void TWResultFieldsEditor::CreateWidgets() {
   resultFields_->setUniformRowHeights(true);
   resultFields_->setAllColumnsShowFocus(true);
   detail::SetResultFieldHeaders(*resultFields_, query_);
+  resultFields_->setDragDropMode(QAbstractItemView::InternalMove);
+  resultFields_->viewport()->installEventFilter(this);
   newButton_ = MakeToolButton(this, "newButton", Title("ttlNewFldHint"));
   deleteButton_ = MakeToolButton(this, "deleteButton", Title("ttlDelFldHint"));
 
@@ -230,6 +234,12 @@ void TWResultFieldsEditor::Connect() {
     ShowCurrent();
     UpdateActions();
   });
+  for (const auto& [key, delta] : {std::pair{Qt::Key_Up, -1}, std::pair{Qt::Key_Down, 1}}) {
+    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), resultFields_);
+    shortcut->setContext(Qt::WidgetShortcut);
+    const int by = delta;  // a structured binding cannot be captured everywhere
+    connect(shortcut, &QShortcut::activated, this, [this, by] { MoveField(by); });
+  }
   connect(newButton_, &QToolButton::clicked, this, &TWResultFieldsEditor::NewField);
   connect(deleteButton_, &QToolButton::clicked, this, &TWResultFieldsEditor::DeleteField);
   // Programmatic changes count as the user's: ShowCurrent blocks the signals when it fills them.
@@ -246,6 +256,23 @@ void TWResultFieldsEditor::Connect() {
   connect(buttons_, &QDialogButtonBox::accepted, this, &TWResultFieldsEditor::accept);
   connect(buttons_, &QDialogButtonBox::rejected, this, &TWResultFieldsEditor::reject);
   connect(buttons_, &QDialogButtonBox::helpRequested, this, &TWResultFieldsEditor::OnRFEHelpClick);
+}
+
+bool TWResultFieldsEditor::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != resultFields_->viewport() || event->type() != QEvent::Drop)
+    return QDialog::eventFilter(watched, event);
+  auto* drop = static_cast<QDropEvent*>(event);
+  const int from = CurrentRow();
+  const QModelIndex at = resultFields_->indexAt(drop->position().toPoint());
+  // The place between rows it lands at: below the middle of a row is after it.
+  int slot = fields_.Count();
+  if (at.isValid())
+    slot = at.row() + (drop->position().y() > resultFields_->visualRect(at).center().y() ? 1 : 0);
+  // Nothing is taken from the list when the drag ends: the copy moved the field.
+  drop->setDropAction(Qt::IgnoreAction);
+  drop->accept();
+  if (from >= 0) MoveFieldTo(from, slot > from ? slot - 1 : slot);
+  return true;
 }
 
 void TWResultFieldsEditor::changeEvent(QEvent* event) {

@@ -50,12 +50,18 @@ class TWResultFieldsEditor : public QDialog {
 
   /// Writes the copy back when it differs from the query's fields, then closes.
   void accept() override;
+  /// Moves the selected result field by `delta` places (Ctrl+Up, Ctrl+Down,
+  /// or dragging it in the list): the columns of the result follow.
+  void MoveField(int delta);
 
  signals:
   void OnRFEHelpClick();
 
  protected:
   void changeEvent(QEvent* event) override;
+  /// A field dropped in the result list moves there in the copy; the list
+  /// never moves its rows itself, it shows the copy.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   // Building (result_fields_editor.cpp).
@@ -94,6 +100,7 @@ class TWResultFieldsEditor : public QDialog {
   void AggregateChosen(int index);
   void SortingChosen(int index);
   void MoveSorted(int delta);
+  void MoveFieldTo(int from, int to);
   /// Changes the field's formula; a caption that was generated follows it.
   template <typename Edit>
   void Reformulate(TResultField& field, Edit&& edit);

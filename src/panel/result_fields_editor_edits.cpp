@@ -118,6 +118,19 @@ void TWResultFieldsEditor::MoveSorted(int delta) {
   UpdateActions();
 }
 
+void TWResultFieldsEditor::MoveField(int delta) {
+  const int from = CurrentRow();
+  const int to = from + delta;
+  if (from < 0 || to < 0 || to >= fields_.Count()) return;
+  MoveFieldTo(from, to);
+}
+
+void TWResultFieldsEditor::MoveFieldTo(int from, int to) {
+  fields_.Move(from, to);
+  ShowFields();
+  SelectField(to);
+}
+
 void TWResultFieldsEditor::accept() {
   if (!ApplyExpression()) return;
   // A new field the user never gave an expression would write its bare

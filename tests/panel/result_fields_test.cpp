@@ -218,9 +218,19 @@ TEST_F(ResultFieldsTest, SortedFieldsOrderTheStatement) {
   Click(editor, "sortUpButton");
   EXPECT_EQ(sorted->item(0)->text(), "City");
   EXPECT_EQ(sorted->currentRow(), 0);
+  // Ctrl+Up moves a column; the positions ORDER BY names follow it.
+  auto* fields = Child<QTreeWidget>(editor, "resultFields");
+  editor.show();
+  editor.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
+  fields->setFocus();
+  fields->setCurrentItem(fields->topLevelItem(1));
+  QTest::keyClick(fields, Qt::Key_Up, Qt::ControlModifier);
+  EXPECT_EQ(fields->topLevelItem(0)->text(0), "City");
+  EXPECT_EQ(fields->currentItem(), fields->topLevelItem(0));
   editor.accept();
   const std::string sql = query_->GetQueryText();
-  EXPECT_NE(sql.find("ORDER BY 2 ASC, 1 ASC"), std::string::npos) << sql;
+  EXPECT_NE(sql.find("ORDER BY 1 ASC, 2 ASC"), std::string::npos) << sql;
 }
 
 TEST_F(ResultFieldsTest, AnUnknownNameKeepsTheFormula) {
