@@ -33,6 +33,9 @@ class TQueryStep : public QUndoCommand {
 
 TQueryHistory::TQueryHistory(ts4::TWQueryPanel& panel, QObject* parent)
     : QObject(parent), panel_(&panel), stack_(new QUndoStack(this)) {
+  // A step keeps a whole query text (shared with the step after it), some
+  // 150,000 lines for a query of 10,000 conditions: the stack keeps the last 100.
+  stack_->setUndoLimit(100);
   connect(panel_, &ts4::TWQueryPanel::OnChange, this, &TQueryHistory::QueryChanged);
   current_ = Snapshot();
 }
