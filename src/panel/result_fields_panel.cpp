@@ -37,6 +37,20 @@ class TSortingDelegate : public QStyledItemDelegate {
     connect(box, &QComboBox::activated, this, &TSortingDelegate::CommitAndClose);
     return box;
   }
+  // As wide as the box needs: the column fits its texts, not the box's
+  // arrow, so the box grows over the column before it.
+  void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                            const QModelIndex& /*index*/) const override {
+    QRect rect = option.rect;
+    const int width = editor->sizeHint().width();
+    if (rect.width() < width) {
+      if (option.direction == Qt::RightToLeft)
+        rect.setWidth(width);
+      else
+        rect.setLeft(rect.right() + 1 - width);
+    }
+    editor->setGeometry(rect);
+  }
   void setEditorData(QWidget* editor, const QModelIndex& index) const override {
     static_cast<QComboBox*>(editor)->setCurrentIndex(index.data(Qt::UserRole).toInt());
   }
