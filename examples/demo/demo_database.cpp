@@ -45,12 +45,7 @@ void TDemoDatabase::ImportStructure(const QString& url) {
   const QString connection = Connect(url);
   auto fresh = std::make_unique<ts4::TWDBStructure>();
   try {
-    ts4::TWQtSqlInfo reader;
-    reader.SetDatabaseName(connection.toStdString());
-    fresh->SetDatabaseInfo(&reader);
-    fresh->SetAutoAddFields(true);
-    fresh->UpdateDatabaseInfo();
-    fresh->SetDatabaseInfo(nullptr);
+    ts4::ImportStructure(connection.toStdString(), *fresh);
     if (fresh->TableCount() == 0)
       throw ts4::EWDBInfoError(0, "The database at " + url.toStdString() + " has no tables");
   } catch (...) {

@@ -205,12 +205,13 @@ void TDemoWindow::UpdateTitle() {
 }
 
 void TDemoWindow::UpdateStatus() {
+  // A structure file by its name; a URL (no file name) as it is.
+  const QString source = database_->StructureSource();
+  const QString file = QFileInfo(source).fileName();
+  const QString database = database_->DatabaseUrl();
   sourceStatus_->setText(
       tr("Structure: %1    Database: %2")
-          .arg(QFileInfo(database_->StructureSource()).fileName().isEmpty()
-                   ? database_->StructureSource()
-                   : QFileInfo(database_->StructureSource()).fileName(),
-               database_->DatabaseUrl().isEmpty() ? tr("none") : database_->DatabaseUrl()));
+          .arg(file.isEmpty() ? source : file, database.isEmpty() ? tr("none") : database));
 }
 
 bool TDemoWindow::MaybeSave() {
@@ -222,13 +223,17 @@ bool TDemoWindow::MaybeSave() {
   return answer == QMessageBox::Discard;
 }
 
-void TDemoWindow::NewQuery() {
-  if (!MaybeSave()) return;
-  panel_->ClearQuery();
-  fileName_.clear();
+void TDemoWindow::StartOver(const QString& fileName) {
+  fileName_ = fileName;
   history_->Reset();
   ClearRows();
   UpdateTitle();
+}
+
+void TDemoWindow::NewQuery() {
+  if (!MaybeSave()) return;
+  panel_->ClearQuery();
+  StartOver({});
 }
 
 bool TDemoWindow::OpenQuery(const QString& fileName, bool tell) {
@@ -238,10 +243,7 @@ bool TDemoWindow::OpenQuery(const QString& fileName, bool tell) {
     if (tell) Warn(tr("Open"), tr("%1 could not be read: %2").arg(fileName, QString::fromUtf8(error.what())));
     return false;
   }
-  fileName_ = fileName;
-  history_->Reset();
-  ClearRows();
-  UpdateTitle();
+  StartOver(fileName);
   return true;
 }
 
@@ -314,10 +316,7 @@ void TDemoWindow::AskForSQL() {
 void TDemoWindow::StructureReplaced(ts4::TWDBStructure* structure) {
   panel_->SetDbStruct(structure);
   panel_->ClearQuery();
-  fileName_.clear();
-  history_->Reset();
-  ClearRows();
-  UpdateTitle();
+  StartOver({});
   UpdateStatus();
 }
 

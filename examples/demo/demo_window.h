@@ -75,6 +75,9 @@ class TDemoWindow : public QMainWindow {
   void ShowRows(const TQueryRows& rows);
   void ShowRunError(const QString& message);
   void ClearRows();
+  /// The query as it is now is the file's (empty: a new query): no steps
+  /// to undo, nothing unsaved, no rows of another query.
+  void StartOver(const QString& fileName);
   void UpdateTitle();
   void UpdateStatus();
   void Warn(const QString& what, const QString& why);

@@ -78,14 +78,6 @@ int PrintRun(const TArguments& arguments) {
   return 0;
 }
 
-// The offscreen platform says of every window that it cannot pass size
-// hints on; a screenshot needs none, and the line only hides what matters.
-QtMessageHandler defaultHandler = nullptr;
-
-void QuietOffscreen(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-  if (!message.contains(QLatin1String("propagateSizeHints"))) defaultHandler(type, context, message);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -103,16 +95,12 @@ int main(int argc, char** argv) {
   }
 
   QTemporaryFile screenConfig;
-  if (!ts4examples::PrepareOffscreenScreen(argc, argv, screenConfig)) {
-    std::fprintf(stderr, "ts4demo: cannot write the offscreen screen's settings\n");
-    return 1;
-  }
+  if (!ts4examples::PrepareOffscreenScreen(argc, argv, screenConfig, "ts4demo")) return 1;
   QApplication app(argc, argv);
   QApplication::setOrganizationName(QStringLiteral("ts4"));
   QApplication::setApplicationName(QStringLiteral("ts4demo"));
   const TArguments arguments = ReadArguments(app);
   const bool screenshot = !arguments.Screenshot.isEmpty();
-  if (screenshot) defaultHandler = qInstallMessageHandler(QuietOffscreen);
 
   ts4demo::TDemoDatabase database;
   std::unique_ptr<ts4demo::TDemoWindow> window;
@@ -139,9 +127,5 @@ int main(int argc, char** argv) {
 
   if (window->Panel()->Query().QResult().GetParamCount() == 0) window->RunWithValues();
   QApplication::processEvents();
-  if (!window->grab().save(arguments.Screenshot, "PNG")) {
-    std::fprintf(stderr, "ts4demo: cannot write %s\n", qPrintable(arguments.Screenshot));
-    return 1;
-  }
-  return 0;
+  return ts4examples::SaveScreenshot(window->grab().toImage(), arguments.Screenshot, "ts4demo");
 }

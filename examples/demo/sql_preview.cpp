@@ -11,7 +11,7 @@
 #include <QVBoxLayout>
 #include <array>
 
-#include "foundation/error.h"
+#include "common/statement_text.h"
 #include "panel/query_panel.h"
 
 namespace ts4demo {
@@ -103,15 +103,7 @@ void TSqlPreview::Refresh() {
     const QSignalBlocker quiet(action);
     action->setChecked((bits & action->data().toInt()) != 0);
   }
-  // A query without enough to build from (no table yet) has no statement;
-  // the box says why instead.
-  QString text;
-  try {
-    text = panel_->GetQueryText();
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  } catch (const ts4::EWTessalyError& error) {
-    text = QStringLiteral("-- ") + QString::fromUtf8(error.what());
-  }
+  const QString text = ts4examples::StatementText(*panel_);
   if (text != text_->toPlainText()) text_->setPlainText(text);
 }
 

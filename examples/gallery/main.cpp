@@ -12,10 +12,7 @@
 
 int main(int argc, char** argv) {
   QTemporaryFile screenConfig;
-  if (!ts4examples::PrepareOffscreenScreen(argc, argv, screenConfig)) {
-    std::fprintf(stderr, "ts4gallery: cannot write the offscreen screen's settings\n");
-    return 1;
-  }
+  if (!ts4examples::PrepareOffscreenScreen(argc, argv, screenConfig, "ts4gallery")) return 1;
   QApplication app(argc, argv);
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("The ts4 widgets in each of their states."));
@@ -34,10 +31,5 @@ int main(int argc, char** argv) {
   window.show();
   window.ShowStates();
   QApplication::processEvents();
-  const QString file = parser.value(screenshot);
-  if (!window.Render().save(file, "PNG")) {
-    std::fprintf(stderr, "ts4gallery: cannot write %s\n", qPrintable(file));
-    return 1;
-  }
-  return 0;
+  return ts4examples::SaveScreenshot(window.Render(), parser.value(screenshot), "ts4gallery");
 }

@@ -16,10 +16,7 @@
 
 int main(int argc, char** argv) {
   QTemporaryFile screenConfig;
-  if (!ts4examples::PrepareOffscreenScreen(argc, argv, screenConfig)) {
-    std::fprintf(stderr, "ts4panels: cannot write the offscreen screen's settings\n");
-    return 1;
-  }
+  if (!ts4examples::PrepareOffscreenScreen(argc, argv, screenConfig, "ts4panels")) return 1;
   QApplication app(argc, argv);
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("A saved query in the ts4 query panel."));
@@ -52,10 +49,5 @@ int main(int argc, char** argv) {
   if (!parser.isSet(screenshot)) return QApplication::exec();
 
   QApplication::processEvents();
-  const QString file = parser.value(screenshot);
-  if (!window->grab().save(file, "PNG")) {
-    std::fprintf(stderr, "ts4panels: cannot write %s\n", qPrintable(file));
-    return 1;
-  }
-  return 0;
+  return ts4examples::SaveScreenshot(window->grab().toImage(), parser.value(screenshot), "ts4panels");
 }

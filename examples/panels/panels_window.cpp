@@ -6,7 +6,7 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
-#include "foundation/error.h"
+#include "common/statement_text.h"
 #include "panel/query_panel.h"
 
 namespace ts4panels {
@@ -71,16 +71,7 @@ void TPanelsWindow::FocusFirstPanel() {
 }
 
 void TPanelsWindow::ShowSQL() {
-  // A query without enough to build from (say, no result field left) has
-  // no statement; the box says why instead.
-  try {
-    // The query joins its lines with CR LF.
-    QString text = panels_[0]->GetQueryText();
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    sql_->setPlainText(text);
-  } catch (const ts4::EWTessalyError& error) {
-    sql_->setPlainText(QStringLiteral("-- ") + QString::fromUtf8(error.what()));
-  }
+  sql_->setPlainText(ts4examples::StatementText(*panels_[0]));
 }
 
 }  // namespace ts4panels

@@ -12,6 +12,7 @@
 #include "foundation/messages.h"
 #include "qtsql/sql_catalog_p.h"
 #include "qtsql/wait_cursor_p.h"
+#include "structure/structure.h"
 
 namespace ts4 {
 namespace {
@@ -82,6 +83,20 @@ void TWQtSqlInfo::LoadInfo(const TStrings& lines) {
 
 void TWQtSqlInfo::SaveInfo(TStrings& lines) {
   lines.Add("DatabaseName=" + databaseName_);
+}
+
+void ImportStructure(std::string_view connectionName, TWDBStructure& structure) {
+  TWQtSqlInfo info;
+  info.SetDatabaseName(connectionName);
+  structure.SetDatabaseInfo(&info);
+  structure.SetAutoAddFields(true);
+  try {
+    structure.UpdateDatabaseInfo();
+  } catch (...) {
+    structure.SetDatabaseInfo(nullptr);
+    throw;
+  }
+  structure.SetDatabaseInfo(nullptr);
 }
 
 }  // namespace ts4

@@ -55,4 +55,11 @@ class TWQtSqlInfo : public TWDBInfo {
   std::string databaseName_;
 };
 
+class TWDBStructure;
+
+/// Makes the structure of the connection's database in `structure`, which
+/// has no tables yet: every table, column and foreign key. The structure is
+/// left without a provider, as the connection's name means nothing beyond it.
+void ImportStructure(std::string_view connectionName, TWDBStructure& structure);
+
 }  // namespace ts4

@@ -71,14 +71,8 @@ void RunImport(const TCliRequest& request, TStrings& out) {
   static const std::string connection = "ts4-import";
   AddDatabaseFromUrl(request.Arguments[0], connection);
   try {
-    TWQtSqlInfo info;
-    info.SetDatabaseName(connection);
     TWDBStructure structure;
-    structure.SetDatabaseInfo(&info);
-    structure.SetAutoAddFields(true);
-    structure.UpdateDatabaseInfo();
-    // The connection's name means nothing outside this run: no [DBSpecInfo].
-    structure.SetDatabaseInfo(nullptr);
+    ImportStructure(connection, structure);
     structure.SaveToStrings(out);
   } catch (...) {
     RemoveDatabase(connection);
