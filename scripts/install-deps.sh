@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what building and testing ts4 needs on Debian 12. Idempotent: when
-# every package is already there it changes nothing and does not touch apt.
+# every package and the test locale are already there it changes nothing and
+# does not touch apt.
 set -euo pipefail
 
 packages=(
@@ -12,6 +13,8 @@ packages=(
   # The package may set up and even start a default cluster on port 5432;
   # nothing here uses it.
   postgresql
+  # Two tests check that files and numbers ignore a decimal-comma locale.
+  locales
 )
 
 missing=()
@@ -21,17 +24,24 @@ for p in "${packages[@]}"; do
   fi
 done
 
-if [ ${#missing[@]} -eq 0 ]; then
-  echo "install-deps: all ${#packages[@]} packages present"
-  exit 0
-fi
-
 if [ "$(id -u)" -eq 0 ]; then
   sudo=()
 else
   sudo=(sudo)
 fi
 
-echo "install-deps: installing ${missing[*]}"
-"${sudo[@]}" apt-get update -q
-DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"
+if [ ${#missing[@]} -eq 0 ]; then
+  echo "install-deps: all ${#packages[@]} packages present"
+else
+  echo "install-deps: installing ${missing[*]}"
+  "${sudo[@]}" apt-get update -q
+  DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"
+fi
+
+# The German locale those two tests switch to.
+if ! locale -a 2>/dev/null | grep -qix 'de_DE.utf8'; then
+  echo "install-deps: generating de_DE.UTF-8"
+  "${sudo[@]}" sed -i 's/^# *de_DE.UTF-8 UTF-8/de_DE.UTF-8 UTF-8/' /etc/locale.gen
+  grep -q '^de_DE.UTF-8 UTF-8' /etc/locale.gen || echo 'de_DE.UTF-8 UTF-8' | "${sudo[@]}" tee -a /etc/locale.gen >/dev/null
+  "${sudo[@]}" locale-gen >/dev/null
+fi

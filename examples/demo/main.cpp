@@ -118,7 +118,7 @@ int main(int argc, char** argv) {
   const QString query =
       !arguments.QueryGiven && !screenshot && QFileInfo::exists(last) ? last : arguments.Query;
   window->OpenQuery(query, !screenshot);
-  QObject::connect(&app, &QApplication::aboutToQuit, [&window, &settings, screenshot] {
+  QObject::connect(&app, &QApplication::aboutToQuit, &app, [&window, &settings, screenshot] {
     if (!screenshot && !window->FileName().isEmpty())
       settings.setValue(QStringLiteral("files/last"), window->FileName());
   });

@@ -112,14 +112,14 @@ std::string HelpText() {
 TParseOutcome ParseCommandLine(const std::vector<std::string>& args) {
   QCommandLineParser parser;
   parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-  const QCommandLineOption help(QStringList{"h", "help"});
-  const QCommandLineOption version(QStringList{"version"});
-  const QCommandLineOption syntax(QStringList{"syntax"}, {}, "syntax");
-  const QCommandLineOption options(QStringList{"options"}, {}, "list");
-  const QCommandLineOption mainTable(QStringList{"main-table"}, {}, "name");
+  const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
+  const QCommandLineOption version(QStringLiteral("version"));
+  const QCommandLineOption syntax(QStringLiteral("syntax"), {}, QStringLiteral("syntax"));
+  const QCommandLineOption options(QStringLiteral("options"), {}, QStringLiteral("list"));
+  const QCommandLineOption mainTable(QStringLiteral("main-table"), {}, QStringLiteral("name"));
   parser.addOptions({help, version, syntax, options, mainTable});
 
-  QStringList arguments{"ts4"};
+  QStringList arguments{QStringLiteral("ts4")};
   for (const std::string& arg : args) arguments << QString::fromStdString(arg);
   if (!parser.parse(arguments)) return Bad(ToStd(parser.errorText()));
 
