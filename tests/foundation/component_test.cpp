@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -9,23 +10,30 @@
 
 namespace {
 
-// A component that records every Notification it receives. Only addresses
+// A component's identity as a number: the tests compare it after the
+// component is gone, and a freed pointer's value must not be used.
+using Id = std::uintptr_t;
+Id IdOf(const ts4::TWComponent* component) {
+  return reinterpret_cast<Id>(component);
+}
+
+// A component that records every Notification it receives. Only identities
 // are kept: the notifying component is being destroyed.
 class Probe : public ts4::TWComponent {
  public:
-  std::vector<const ts4::TWComponent*> notified;
+  std::vector<Id> notified;
   std::function<void(ts4::TWComponent&)> onNotification;
 
-  [[nodiscard]] int CountOf(const ts4::TWComponent* component) const {
+  [[nodiscard]] int CountOf(Id component) const {
     int count = 0;
-    for (const ts4::TWComponent* c : notified)
+    for (const Id c : notified)
       if (c == component) ++count;
     return count;
   }
 
  protected:
   void Notification(ts4::TWComponent& component) override {
-    notified.push_back(&component);
+    notified.push_back(IdOf(&component));
     if (onNotification) onNotification(component);
   }
 };
@@ -38,9 +46,9 @@ TEST(ComponentNotification, TheSurvivorIsToldOnce) {
     if (asker != 1) survivor.FreeNotification(*dying);
     if (asker != 0) dying->FreeNotification(survivor);
     if (asker == 2) survivor.FreeNotification(*dying);
-    const ts4::TWComponent* address = dying.get();
+    const Id address = IdOf(dying.get());
     dying.reset();
-    EXPECT_EQ(survivor.notified, std::vector<const ts4::TWComponent*>{address}) << asker;
+    EXPECT_EQ(survivor.notified, std::vector<Id>{address}) << asker;
   }
 }
 
@@ -91,7 +99,7 @@ TEST(ComponentSeveral, DestroyedHubNotifiesEachLinkOnce) {
   hub->FreeNotification(x);
   y.FreeNotification(*hub);
   hub->FreeNotification(z);
-  const ts4::TWComponent* address = hub.get();
+  const Id address = IdOf(hub.get());
   hub.reset();
   for (const Probe* p : {&x, &y, &z}) {
     ASSERT_EQ(p->notified.size(), 1u);
@@ -107,16 +115,16 @@ TEST(ComponentSeveral, LinksEndOneByOne) {
   for (Probe* p : {x.get(), y.get(), &z}) hub->FreeNotification(*p);
   x->FreeNotification(*y);  // the leaves know each other too
 
-  const ts4::TWComponent* xAddress = x.get();
+  const Id xAddress = IdOf(x.get());
   x.reset();
-  EXPECT_EQ(hub->notified, std::vector<const ts4::TWComponent*>{xAddress});
-  EXPECT_EQ(y->notified, std::vector<const ts4::TWComponent*>{xAddress});
+  EXPECT_EQ(hub->notified, std::vector<Id>{xAddress});
+  EXPECT_EQ(y->notified, std::vector<Id>{xAddress});
   EXPECT_TRUE(z.notified.empty());
 
-  const ts4::TWComponent* hubAddress = hub.get();
+  const Id hubAddress = IdOf(hub.get());
   hub->RemoveFreeNotification(z);
   hub.reset();
-  EXPECT_EQ(y->notified, (std::vector<const ts4::TWComponent*>{xAddress, hubAddress}));
+  EXPECT_EQ(y->notified, (std::vector<Id>{xAddress, hubAddress}));
   EXPECT_TRUE(z.notified.empty());
   y.reset();
   EXPECT_TRUE(z.notified.empty());
@@ -134,11 +142,11 @@ TEST(ComponentSeveral, NotificationMayRemoveLinks) {
     a.RemoveFreeNotification(dying);
     a.RemoveFreeNotification(b);
   };
-  const ts4::TWComponent* hubAddress = hub.get();
+  const Id hubAddress = IdOf(hub.get());
   hub.reset();
   EXPECT_EQ(a.CountOf(hubAddress), 1);
   EXPECT_EQ(b.CountOf(hubAddress), 1);
-  EXPECT_EQ(b.CountOf(&a), 0);
+  EXPECT_EQ(b.CountOf(IdOf(&a)), 0);
 }
 
 // An owner that frees the component it owns when a partner goes, as an owner
