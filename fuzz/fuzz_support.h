@@ -23,6 +23,14 @@ inline ts4::TStrings InputLines(const std::uint8_t* data, std::size_t size) {
   return lines;
 }
 
+/// The written lines as a file gives them back: joined and split again.
+/// Equal to `written` only when no line holds a line break.
+inline ts4::TStrings ThroughText(const ts4::TStrings& written) {
+  ts4::TStrings lines;
+  lines.SetText(written.Text());
+  return lines;
+}
+
 /// The example structure, loaded once.
 inline ts4::TWDBStructure& ExampleStructure() {
   static const std::unique_ptr<ts4::TWDBStructure> structure = [] {

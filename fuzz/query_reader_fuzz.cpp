@@ -1,7 +1,7 @@
 // Feeds arbitrary text to the query reader over the example structure. A
-// text that loads must write a text that loads again and writes the same,
-// and must give SQL or a coded error; a text that fails must leave the query
-// as it was.
+// text that loads must write lines that survive a file (no line holds a line
+// break), that load again and write the same, and must give SQL or a coded
+// error; a text that fails must leave the query as it was.
 #include <cstddef>
 #include <cstdint>
 
@@ -31,8 +31,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const ts4::EWTessalyError&) {
     return 0;  // a date condition holding text that is no date cannot be written
   }
+  const ts4::TStrings read = ts4fuzz::ThroughText(written);
+  ts4fuzz::Check(read == written);
   ts4::TWQuery again(&ExampleStructure());
-  again.LoadFromStrings(written);
+  again.LoadFromStrings(read);
   ts4::TStrings rewritten;
   again.SaveToStrings(rewritten);
   ts4fuzz::Check(rewritten == written);

@@ -1,6 +1,6 @@
 // Feeds arbitrary text to the structure reader. A text that loads must write
-// a text that loads again and writes the same; a text that fails must leave
-// the structure as it was.
+// lines that survive a file (no line holds a line break), that load again and
+// write the same; a text that fails must leave the structure as it was.
 #include <cstddef>
 #include <cstdint>
 
@@ -23,8 +23,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   ts4::TStrings written;
   structure.SaveToStrings(written);
+  const ts4::TStrings read = ts4fuzz::ThroughText(written);
+  ts4fuzz::Check(read == written);
   ts4::TWDBStructure again;
-  again.LoadFromStrings(written);
+  again.LoadFromStrings(read);
   ts4::TStrings rewritten;
   again.SaveToStrings(rewritten);
   ts4fuzz::Check(rewritten == written);

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets (Clang, libFuzzer, ASan + UBSan) and runs each one
 # for the given number of seconds (default 30), starting from the example
-# files. Usage: scripts/fuzz.sh [SECONDS] [CORPUS_DIR]
+# files and the texts with escaped lines in fuzz/seeds.
+# Usage: scripts/fuzz.sh [SECONDS] [CORPUS_DIR]
 # The grown corpus stays in CORPUS_DIR (default: a temporary folder that is
 # removed afterwards); crashing inputs are written to the current folder.
 set -euo pipefail
@@ -36,7 +37,7 @@ run() {
   grep -E '^(#[0-9]+ +DONE|stat::number_of_executed_units)' "$log" || tail -n 3 "$log"
 }
 
-run fuzz_structure_reader examples/data/*.str
-run fuzz_query_reader examples/data/*.qry
-run fuzz_captions_loader examples/data/*.qry examples/data/*.txt
+run fuzz_structure_reader examples/data/*.str fuzz/seeds/*.str
+run fuzz_query_reader examples/data/*.qry fuzz/seeds/*.qry
+run fuzz_captions_loader examples/data/*.qry examples/data/*.txt fuzz/seeds/*.qry
 run fuzz_parse_sql examples/data/*.sql

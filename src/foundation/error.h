@@ -25,7 +25,7 @@ class EWTessalyError : public std::runtime_error {
   std::int32_t code_;
 };
 
-/// Errors of the database structure (codes 1 to 11).
+/// Errors of the database structure (codes 1 to 13).
 class EWDBStructError : public EWTessalyError {
  public:
   using EWTessalyError::EWTessalyError;
@@ -62,6 +62,8 @@ enum TStructErrorCode : std::int32_t {
   secSectionNotFound = 9,
   secFieldNotInTable = 10,
   secNoDatabaseInfo = 11,
+  secLinkAliasWithLineBreak = 12,
+  secUnlistableOperatorName = 13,
 };
 
 /// Code of errors raised by the foundation itself (list indices, conversions).

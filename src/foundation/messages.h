@@ -18,6 +18,11 @@ inline constexpr std::string_view ExprOnDataField = "Can not assign expression t
 inline constexpr std::string_view SectionNotFound = "Can not find section %s";
 inline constexpr std::string_view FieldNotInTable = "Can not find field \"%s\" in table \"%s\"";
 inline constexpr std::string_view NoDatabaseInfo = "DatabaseInfo is not specified";
+inline constexpr std::string_view LinkAliasWithLineBreak =
+    "Can not save the links of table alias \"%s\": it holds a line break";
+inline constexpr std::string_view UnlistableOperatorName =
+    "Can not save operator name \"%s\" in a field's list: it is empty, holds a comma or starts or ends "
+    "with a blank";
 
 // Query and SQL generation.
 inline constexpr std::string_view NotEnoughInfo = "No enough information for building query";

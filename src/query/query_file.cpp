@@ -44,11 +44,17 @@
 //
 // Texts before version 2.2 kept their captions by number, as "Title<i>="
 // lines of a section "[Titles]".
+//
+// A line that the format cannot hold as it is (a value, caption or name with
+// a line break, a description or user data line that would read as a
+// header) is written escaped as "[\...]" and read back as it was
+// (foundation/sections.h).
 #include <string>
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "foundation/section_index.h"
+#include "foundation/sections.h"
 #include "foundation/string_utils.h"
 #include "foundation/strings.h"
 #include "query/builder_state_p.h"
@@ -72,7 +78,7 @@ constexpr TStoredOption StoredOptions[] = {
 
 void WriteSection(TStrings& list, std::string_view name, const TStrings& lines) {
   list.Add("[" + std::string(name) + "]");
-  list.AddStrings(lines);
+  for (const std::string& line : lines) list.Add(EscapeSectionLine(line));
   list.Add("");
 }
 
@@ -108,11 +114,13 @@ void TWQuery::SaveToStrings(TStrings& list) {
     TStrings source = titles_;
     TStrings captions;
     LoadTitlesFromStrings(defTitles_, captions, source);
-    text.AddStrings(captions);
+    // The headers are the built-in table's; every other line is a caption
+    // named by the built-in table, or a separator, and so never a header.
+    for (const std::string& line : captions) text.Add(IsSectionHeader(line) ? line : EscapeSectionLine(line));
     text.Add("");
   }
   text.Add("[Main]");
-  text.Add("QueryName=" + queryName_);
+  text.Add(EscapeSectionLine("QueryName=" + queryName_));
   text.Add("Version=" + XFloatToStr(QueryTextVersion));
   text.Add("Options=" + (saveSQLOptions_ ? std::to_string(SQLOptionsToInt(SQLOptions())) : std::string()));
   text.Add("");

@@ -11,6 +11,7 @@
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "foundation/section_index.h"
+#include "foundation/sections.h"
 #include "foundation/string_utils.h"
 #include "foundation/strings.h"
 #include "query/date_values.h"
@@ -76,20 +77,22 @@ std::pair<std::string, std::string> StoredValues(const TFilterCond& cond) {
 }
 
 void WriteCondition(TStrings& list, const TFilterCond& cond) {
+  // Lines with texts of the user's are escaped where the format needs it.
+  const auto text = [&list](std::string line) { list.Add(EscapeSectionLine(line)); };
   list.Add("FieldID=" + (cond.Field() != nullptr ? std::to_string(cond.Field()->ID()) : std::string()));
-  list.Add("Operator=" + (cond.Operator() != nullptr ? cond.Operator()->Name() : std::string()));
+  text("Operator=" + (cond.Operator() != nullptr ? cond.Operator()->Name() : std::string()));
   list.Add("Param1=" + XBoolToStr(cond.Value1IsParam()));
   list.Add("Param2=" + XBoolToStr(cond.Value2IsParam()));
   auto [value1, value2] = StoredValues(cond);
-  list.Add("Value1=" + value1);
-  list.Add("Value2=" + value2);
+  text("Value1=" + value1);
+  text("Value2=" + value2);
   for (int k = 1; k <= 2; ++k) {
     const TSQLParam* param = cond.Param(k);
     const std::string number = std::to_string(k);
-    list.Add(param != nullptr ? "VFormat" + number + "=" + param->VFormat()
-                              : "Caption" + number + "=" + cond.GetCaption(k));
+    text(param != nullptr ? "VFormat" + number + "=" + param->VFormat()
+                          : "Caption" + number + "=" + cond.GetCaption(k));
   }
-  list.Add("SubQuery=" + cond.SubQuery().CommaText());
+  text("SubQuery=" + cond.SubQuery().CommaText());
   list.Add("SubQueryOptions=" + std::to_string(SQLOptionsToInt(cond.SubQueryOptions())));
 }
 

@@ -13,6 +13,9 @@
 //   Sorting=<0 none, 1 ascending, 2 descending>
 //   SortOrder=<rank among the sorted fields>
 //   <empty line>
+//
+// A formula, alias or caption with a line break is written escaped
+// (foundation/sections.h); the section reader gives it back as it was.
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,6 +24,7 @@
 #include "foundation/error.h"
 #include "foundation/messages.h"
 #include "foundation/section_index.h"
+#include "foundation/sections.h"
 #include "foundation/string_utils.h"
 #include "foundation/strings.h"
 #include "query/rfield_list.h"
@@ -64,10 +68,10 @@ void TRFieldList::SaveToStrings(TStrings& list) const {
       if (const TDSField* used = field->Fields()[k]) ids += std::to_string(used->ID());
     }
     list.Add("[RField" + std::to_string(++number) + "]");
-    list.Add("Formula=" + field->Formula());
+    list.Add(EscapeSectionLine("Formula=" + field->Formula()));
     list.Add("Fields=" + ids);
-    list.Add("Alias=" + field->Alias());
-    list.Add("Caption=" + field->Caption());
+    list.Add(EscapeSectionLine("Alias=" + field->Alias()));
+    list.Add(EscapeSectionLine("Caption=" + field->Caption()));
     list.Add("Sorting=" + std::to_string(static_cast<int>(field->Sorting())));
     list.Add("SortOrder=" + std::to_string(field->SortOrder()));
     list.Add("");

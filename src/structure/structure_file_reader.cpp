@@ -35,8 +35,11 @@
 //
 // n counts from 1 in list order. Tables are named by alias everywhere; the
 // sections of links, fields and groups refer to tables and fields only
-// through aliases and IDs. A body line that is itself a bracketed header
-// (an SQL line such as "[x]") cannot be stored.
+// through aliases and IDs. A body line holding a line break, or one that
+// would read as a header (an SQL line such as "[x]"), is stored escaped as
+// "[\...]" (foundation/sections.h) and read back as it was; the section
+// reader unescapes every body line. An alias of a linked table cannot hold a
+// line break, nor a field's operator name a comma or blanks at either end.
 //
 // Older versions: without Version the text is 1.1. RootFieldsFirst counts
 // from 2.62, TableCount from 1.4, FieldCount from 2.0, FieldGroups from 1.5,

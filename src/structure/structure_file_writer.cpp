@@ -1,10 +1,17 @@
 // Writes the structure text; the format is stated at the top of
 // structure_file_reader.cpp. Numbers are written with std::to_string and the
-// version as a fixed text, so nothing depends on the process locale.
+// version as a fixed text, so nothing depends on the process locale. Text
+// that a line cannot hold is escaped (foundation/sections.h); the two places
+// with no room for an escape (a link's header, a field's list of operator
+// names) refuse the save instead.
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "foundation/enum_names.h"
+#include "foundation/error.h"
+#include "foundation/messages.h"
+#include "foundation/sections.h"
 #include "foundation/string_utils.h"
 #include "structure/db_info.h"
 #include "structure/structure.h"
@@ -20,11 +27,13 @@ class TSectionWriter {
   explicit TSectionWriter(TStrings& list) : list_(list) {}
   void Section(std::string_view name) { list_.Add("[" + std::string(name) + "]"); }
   void Text(std::string_view key, std::string_view value) {
-    list_.Add(std::string(key) + "=" + std::string(value));
+    list_.Add(EscapeSectionLine(std::string(key) + "=" + std::string(value)));
   }
   void Int(std::string_view key, long long value) { Text(key, std::to_string(value)); }
   void Bool(std::string_view key, bool value) { Text(key, XBoolToStr(value)); }
-  void Lines(const TStrings& lines) { list_.AddStrings(lines); }
+  void Lines(const TStrings& lines) {
+    for (const std::string& line : lines) list_.Add(EscapeSectionLine(line));
+  }
 
  private:
   TStrings& list_;
@@ -60,7 +69,23 @@ void WriteOperator(TSectionWriter& out, const TDSOperator& op) {
   out.Text("ValueType", OpValueTypeToStr(op.ValueType()));
 }
 
+// The aliases of a link name its section, and a header has no escaped form.
+void CheckLinkAlias(const std::string& alias) {
+  if (alias.find_first_of("\r\n") != std::string::npos)
+    throw EWDBStructError(secLinkAliasWithLineBreak, msg::LinkAliasWithLineBreak, alias);
+}
+
+// A field lists its operators by name, joined by commas without quotes, and
+// the reader trims each name and skips empty ones (so older texts with
+// blanks after the commas still read).
+void CheckListedOperatorName(const std::string& name) {
+  if (name.empty() || name.find(',') != std::string::npos || Trim(name).size() != name.size())
+    throw EWDBStructError(secUnlistableOperatorName, msg::UnlistableOperatorName, name);
+}
+
 void WriteLink(TSectionWriter& out, const TDSLink& link) {
+  CheckLinkAlias(link.Table1()->Alias());
+  CheckLinkAlias(link.Table2()->Alias());
   out.Section("Link:" + link.Table1()->Alias() + "-" + link.Table2()->Alias());
   out.Text("FldName1", link.FldName1().CommaText());
   out.Text("FldName2", link.FldName2().CommaText());
@@ -121,7 +146,11 @@ void WriteField(TSectionWriter& out, int number, const TDSField& field) {
   out.Bool("UIC", field.UseInConditions());
   out.Bool("UIR", field.UseInResult());
   std::string names;
-  for (int i = 0; i < field.OperatCount(); ++i) names += (i > 0 ? "," : "") + field.Operators(i)->Name();
+  for (int i = 0; i < field.OperatCount(); ++i) {
+    const std::string& name = field.Operators(i)->Name();
+    CheckListedOperatorName(name);
+    names += (i > 0 ? "," : "") + name;
+  }
   out.Text("Operators", names);
   WriteEditorKeys(out, field);
   if (const TDSSQLEditor* editor = field.SQLEditor()) {
@@ -133,8 +162,9 @@ void WriteField(TSectionWriter& out, int number, const TDSField& field) {
 }  // namespace
 
 void TWCustomDBStructure::SaveToStrings(TStrings& list) const {
-  list.Clear();
-  TSectionWriter out(list);
+  // Written apart: a structure the text cannot hold leaves the list as it was.
+  TStrings text;
+  TSectionWriter out(text);
   out.Section("Main");
   out.Text("Version", FileVersion);
   out.Int("OperatCount", OperatCount());
@@ -164,6 +194,7 @@ void TWCustomDBStructure::SaveToStrings(TStrings& list) const {
       out.Lines(info);
     }
   }
+  list = std::move(text);
 }
 
 }  // namespace ts4

@@ -74,6 +74,7 @@ TEST(SectionsList, ListsTrimmedHeadersInOrderWithCaseAndDuplicates) {
       {Sample, {"Options", "Empty", "Tables"}},
       {{"x", " [Row] ", "a", "[ROW]", "[a b]", "not [a] header"}, {"Row", "ROW", "a b"}},
       {{"a", "b=c", "[unclosed"}, {}},
+      {{"[\\Main]", " [\\x] ", "[Row]"}, {"Row"}},  // escaped body lines are no headers
   };
   for (const auto& [list, expected] : cases) {
     TStrings names{"stale"};
@@ -85,8 +86,40 @@ TEST(SectionsList, ListsTrimmedHeadersInOrderWithCaseAndDuplicates) {
 TEST(SectionsList, HeaderName) {
   EXPECT_EQ(ts4::SectionHeaderName("[Main]"), "Main");
   EXPECT_EQ(ts4::SectionHeaderName("  [Main]\r"), "Main");
-  for (const char* line : {"Main", "[Main", "Main]", "["})
+  for (const char* line : {"Main", "[Main", "Main]", "[", "[\\Main]"})
     EXPECT_EQ(ts4::SectionHeaderName(line), "") << line;
+}
+
+// ---------------------------------------------------------------------------
+// Body lines the format cannot hold as they are
+
+TEST(SectionsEscape, StoresSuchLinesEscapedAndReadsThemBackInTheBody) {
+  const std::pair<std::string, std::string> cases[] = {
+      // Ordinary lines, the escape's own characters in them included, stay as they are.
+      {"Name=Demo", "Name=Demo"},
+      {"", ""},
+      {" [unclosed", " [unclosed"},
+      {"a\\nb", "a\\nb"},
+      {"[\\x", "[\\x"},
+      {"x]", "x]"},
+      // Line breaks, and lines that would read as a header.
+      {"Value=a\nb", "[\\Value=a\\nb]"},
+      {"cr\ronly", "[\\cr\\ronly]"},
+      {"crlf\r\n", "[\\crlf\\r\\n]"},
+      {"[Row]", "[\\[Row]]"},
+      {" [Row] \t", "[\\ [Row] \t]"},
+      {"[]", "[\\[]]"},
+      {"[\\x]", "[\\[\\\\x]]"},
+      {"\\\n\\", "[\\\\\\\\n\\\\]"},
+  };
+  for (const auto& [line, stored] : cases) {
+    EXPECT_EQ(ts4::EscapeSectionLine(line), stored) << testing::PrintToString(line);
+    TStrings body;
+    ts4::XReadSLSectionValues(0, TStrings{"[S]", stored, "x", "[T]"}, "S", body);
+    EXPECT_EQ(body.Lines(), (Lines{line, "x"})) << testing::PrintToString(line);
+  }
+  // Escapes no writer makes are kept as they stand.
+  EXPECT_EQ(ts4::UnescapeSectionLine("[\\a\\qb\\]"), "a\\qb\\");
 }
 
 }  // namespace

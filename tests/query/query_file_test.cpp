@@ -95,6 +95,35 @@ TEST(QueryFile, NewQueryWithCaptionsReadsBackToTheSameText) {
   EXPECT_EQ(Saved(again), first);
 }
 
+// Texts a line cannot hold are written escaped, each on one line, and read
+// back from the file exactly as they were.
+TEST(QueryFile, LineBreaksAndHeaderLinesReadBackAsSaved) {
+  TSampleStructure s;
+  ts4::TWQuery query(&s.db);
+  query.SetDescription(ts4::TStrings{"[Row]", "RowCount=5", " [Main] "});
+  query.SetUserData(ts4::TStrings{"[\\x]", "a\rb"});
+  query.SetTitle("ttlAll", "every\none");
+  ts4::TFilterCond& cond = s.Cond(query.Root(), "CITY", "Equal", "line one\n[Row]\nRowCount=5");
+  cond.SetCaption(1, "two\r\nlines");
+  query.QResult().ResultFields().Add(s.Field("NAME"), ts4::stNoSort)->SetCaption("Name\n");
+  const ts4test::TTempFile file("escaped.qry");
+  query.SaveToFile(file.Name());
+  const std::string text = file.Read();
+  for (const char* line :
+       {"[\\[Row]]", "RowCount=5", "[\\ [Main] ]", "[\\[\\\\x]]", "[\\a\\rb]", "[\\ttlAll=every\\none]",
+        "[\\Value1=line one\\n[Row]\\nRowCount=5]", "[\\Caption1=two\\r\\nlines]", "[\\Caption=Name\\n]"})
+    EXPECT_NE(text.find(std::string("\r\n") + line + "\r\n"), std::string::npos) << line;
+
+  ts4::TWQuery loaded(&s.db);
+  loaded.LoadFromFile(file.Name());
+  EXPECT_EQ(Saved(loaded), Saved(query));
+  EXPECT_EQ(loaded.Description(), query.Description());
+  EXPECT_EQ(loaded.UserData(), query.UserData());
+  EXPECT_EQ(loaded.GetTitle("ttlAll"), "every\none");
+  EXPECT_EQ(Cond(loaded, "1.").Value1(), cond.Value1());
+  EXPECT_EQ(Cond(loaded, "1.").GetCaption(1), "two\r\nlines");
+}
+
 TEST(QueryFile, StoredSQLOptions) {
   using ts4::TSQLOptions;
   const TSQLOptions unstored = {ts4::soASCIIRFields, ts4::soSortByNames};

@@ -12,9 +12,11 @@
 namespace ts4test {
 namespace {
 
-constexpr std::array<std::string_view, 12> Words = {"Riga",  "O'Brien", "Müller",     "a,b",
-                                                    "x = y", "100%",    "\"quoted\"", "two words",
-                                                    "_",     "Ω",       "[tag]",      "end "};
+// Words with quotes, commas, "=", brackets, blanks at either end, line
+// breaks of every kind and the characters of the text's escape ("[\", "\").
+constexpr std::array<std::string_view, 19> Words = {
+    "Riga",  "O'Brien", "Müller", "a,b",   "x = y",      "100%",     "\"quoted\"", "two words", "_",   "Ω",
+    "[tag]", "end ",    " lead",  "[Row]", "line\nfeed", "lone\rcr", "crlf\r\n",   "[\\",       "a\\n"};
 
 class TRandomQuery {
  public:
@@ -57,10 +59,11 @@ class TRandomQuery {
     return text;
   }
 
-  /// Lines that never pass for a section header ("[tag]" alone would).
+  /// Lines, some of which read as section headers ("[tag]" or "[Row]" alone).
   ts4::TStrings Lines(int most) {
     ts4::TStrings lines;
-    for (int i = Below(most + 1); i > 0; --i) lines.Add(Chance(20) ? "" : "- " + Text(4));
+    for (int i = Below(most + 1); i > 0; --i)
+      lines.Add(Chance(20) ? "" : Chance(30) ? Text(1) : "- " + Text(4));
     return lines;
   }
 

@@ -15,8 +15,9 @@ namespace ts4test {
 /// disabled. Conditions take every operator their fields offer, with
 /// values that suit the type (dates as ISO text, lists, sub-query SQL),
 /// captions, parameters with value formats, and sub-query lines. Texts hold
-/// quotes, commas, "=" and non-ASCII letters but no line breaks. The query's
-/// settings (SQL options, syntax) are left alone.
+/// quotes, commas, "=", non-ASCII letters, line breaks (LF, CR, CR LF) and
+/// backslashes; description and user data lines may read as section headers.
+/// The query's settings (SQL options, syntax) are left alone.
 void BuildRandomQuery(ts4::TWQuery& query, std::uint32_t seed, int rows);
 
 }  // namespace ts4test

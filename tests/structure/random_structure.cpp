@@ -12,13 +12,19 @@ namespace ts4test {
 namespace {
 
 // Pieces of free text: letters, digits and the characters the text format
-// must take care of (blank, comma, double quote, "=", brackets), template
-// markers and a two-byte UTF-8 letter. No line breaks and no "#".
-constexpr std::array<std::string_view, 22> TextPieces = {"a", "B",  "z", "Q", "0",  "7",       " ", " ",
-                                                         ",", "\"", "=", "'", "@f", "@1",      "%", "(",
-                                                         ")", "[",  "]", ".", "-",  "\xC3\xA4"};
+// must take care of (blank, comma, double quote, "=", brackets, line breaks
+// of every kind, the escape's "[\" and "\"), template markers and a
+// two-byte UTF-8 letter. No "#".
+constexpr std::array<std::string_view, 27> TextPieces = {
+    "a", "B", "z", "Q", "0", "7", " ", " ",        ",",  "\"", "=",    "'",  "@f", "@1",
+    "%", "(", ")", "[", "]", ".", "-", "\xC3\xA4", "\n", "\r", "\r\n", "\\", "[\\"};
+// The same without line breaks, for aliases, which name link sections.
+constexpr std::array<std::string_view, 23> AliasPieces = {"a",  "B", "z", "Q",  "0",        "7",  " ",  ",",
+                                                          "\"", "=", "'", "@f", "@1",       "%",  "(",  ")",
+                                                          "[",  "]", ".", "-",  "\xC3\xA4", "\\", "[\\"};
 // Pieces of operator names, which fields list unquoted and separated by commas.
-constexpr std::array<std::string_view, 9> NamePieces = {"a", "B", "x", "Y", "1", " ", "=", "\"", "."};
+constexpr std::array<std::string_view, 10> NamePieces = {"a", "B", "x",  "Y", "1",
+                                                         " ", "=", "\"", ".", "\r\n"};
 constexpr std::array<std::string_view, 5> LinkSymbols = {"=", "<>", ">=", "<", "like"};
 
 // std::mt19937 gives the same numbers everywhere; the distributions of the
@@ -63,7 +69,7 @@ void AddOperators(ts4::TWCustomDBStructure& s, TRandom& r, int scale) {
 void AddTablesAndLinks(ts4::TWCustomDBStructure& s, TRandom& r, int scale) {
   for (int i = 1 + r.Below(2 * scale); i > 0; --i) {
     // The number after "#" keeps aliases apart, also ignoring case.
-    ts4::TDSTable* table = s.AddTable(r.Text(6), r.Text(3) + "#" + std::to_string(i));
+    ts4::TDSTable* table = s.AddTable(r.Text(6), r.Text(AliasPieces, 3) + "#" + std::to_string(i));
     table->SetDisplayName(r.Text(8));
     if (r.Chance(30)) table->SetHints(r.Text(5));
     table->SetQuoted(r.Chance(50));
@@ -87,6 +93,11 @@ void AddTablesAndLinks(ts4::TWCustomDBStructure& s, TRandom& r, int scale) {
     link->SetQuoteFields(r.Chance(50));
     s.AddLinkByRef(std::move(link));
   }
+  // Only a table without links has no section named by its alias.
+  for (int i = 0; i < s.TableCount(); ++i) {
+    ts4::TDSTable& table = *s.Tables(i);
+    if (table.LinkCount() == 0 && r.Chance(30)) table.SetTableAlias(table.Alias() + "\r\n" + r.Text(2));
+  }
 }
 
 void FillEditor(ts4::TDSField& field, TRandom& r) {
@@ -107,9 +118,14 @@ void FillEditor(ts4::TDSField& field, TRandom& r) {
       break;
     case ts4::etCustom: field.CustomEditor()->CustomData() = r.List(4); break;
     case ts4::etSQL:
-      // An SQL line that is a bracketed header on its own cannot be stored.
-      for (int k = 1 + r.Below(3); k > 0; --k)
-        field.SQLEditor()->SQL().Add(r.Chance(15) ? std::string() : "select " + r.Text(6));
+      // Lines that read as headers ("[x]", "[\x]") among them.
+      for (int k = 1 + r.Below(3); k > 0; --k) {
+        const int kind = r.Below(7);
+        field.SQLEditor()->SQL().Add(kind == 0   ? std::string()
+                                     : kind == 1 ? "[" + r.Text(3) + "]"
+                                     : kind == 2 ? r.Text(6)
+                                                 : "select " + r.Text(6));
+      }
       break;
   }
 }

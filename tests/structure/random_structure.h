@@ -14,8 +14,10 @@ namespace ts4test {
 /// `scale` tables and 4 x `scale` fields (scale >= 1), links of every type
 /// including self-links and repeated links between two tables, every field
 /// kind, type and edit type, custom operators, groups, and captions and
-/// values holding blanks, commas, quotes, "=" and brackets. Every structure
-/// it builds reads back from its text to the same text.
+/// values holding blanks, commas, quotes, "=", brackets, backslashes and line
+/// breaks (LF, CR, CR LF), SQL lines that read as headers, and aliases with
+/// line breaks on tables without links. Every structure it builds reads back
+/// from its text to the same text.
 void BuildRandomStructure(ts4::TWCustomDBStructure& structure, std::uint32_t seed, int scale);
 
 }  // namespace ts4test
