@@ -29,28 +29,19 @@ TEST(StringsCommaText, WritesQuotesOnlyWhereNeededAndReadsBack) {
       {{"a", "b", "c"}, "a,b,c"},
       {{""}, R"("")"},
       {{"a", "", "b"}, "a,,b"},  // empty items are not quoted
-      {{"", ""}, ","},
       {{"a", ""}, "a,"},
-      {{"", "a"}, ",a"},
       {{"a b", "c"}, R"("a b",c)"},
       {{"a,b"}, R"("a,b")"},
       {{R"(say "hi")"}, R"("say ""hi""")"},
       {{R"(")"}, R"("""")"},
       {{"a\tb"}, "\"a\tb\""},
-      {{"a\x01"}, "\"a\x01\""},
       {{" a"}, R"(" a")"},
       {{"a=b", "x;y", "'q'"}, "a=b,x;y,'q'"},  // other punctuation stays plain
       {{"Müller", "Straße"}, "Müller,Straße"},
-      {{"", "", ""}, nullptr},
       {{"a", "", "", "b", ""}, nullptr},
-      {{" "}, nullptr},
       {{" lead", "trail "}, nullptr},
-      {{"a,b", ",", ",,"}, nullptr},
-      {{"\"", "\"\""}, nullptr},
       {{R"("quoted")", R"(in"side)", R"(end")"}, nullptr},
       {{"tab\there", "new\r\nline"}, nullptr},
-      {{"Groß Straße", "naïve,café"}, nullptr},
-      {{"Name=Value", "Sel=\"x, y\""}, nullptr},
       {{"[Section]", "a=1,2", " ", ""}, nullptr},
       {{std::string("nul\0byte", 8), "x"}, nullptr},
   };
@@ -114,6 +105,8 @@ TEST(StringsValues, NamesMatchWholeIgnoringAsciiCaseAndTheFirstWins) {
   EXPECT_EQ(list.Names(5), "");
   EXPECT_EQ(list.ValueFromIndex(5), "anonymous");
   EXPECT_EQ(list.Names(6), "") << "a line without \"=\" has no name";
+  EXPECT_EQ(list.IndexOf("ALPHABET"), 6);
+  EXPECT_EQ(list.IndexOf("Alpha"), -1);
   EXPECT_EQ(list.ValueFromIndex(6), "");
 }
 
@@ -126,14 +119,6 @@ TEST(StringsValues, SetValueReplacesAppendsOrDeletes) {
   list.SetValue("b", "");
   list.SetValue("missing", "");
   EXPECT_EQ(list.Lines(), (Lines{"a=1", "c=3", "d=x=y"}));
-}
-
-TEST(StringsValues, IndexOfIgnoresAsciiCaseOnly) {
-  TStrings list{"Hello", "MÜLLER", "hello"};
-  EXPECT_EQ(list.IndexOf("HELLO"), 0);
-  EXPECT_EQ(list.IndexOf("mÜller"), 1);
-  EXPECT_EQ(list.IndexOf("müller"), -1);  // Ü is not folded
-  EXPECT_EQ(list.IndexOf("Hell"), -1);
 }
 
 // ---------------------------------------------------------------------------
@@ -182,27 +167,17 @@ TEST(StringsFile, SaveWritesCrLfAfterEveryLineAndLoadReadsItBack) {
   loaded.LoadFromFile(file.Name());
   EXPECT_EQ(loaded, original);
 
-  for (const Lines& lines : {Lines{}, Lines{""}, Lines{"", ""}, Lines{"a", ""}, Lines{"", "a"}}) {
-    StringsOf(lines).SaveToFile(file.Name());
+  // A final break ends the last line; LF alone is a break too.
+  const std::pair<std::string, Lines> files[] = {{"", {}},
+                                                 {"\r\n", {""}},
+                                                 {"\r\n\r\n", {"", ""}},
+                                                 {"a\r\n\r\n", {"a", ""}},
+                                                 {"a\nb\n", {"a", "b"}},
+                                                 {"a\r\nb", {"a", "b"}}};
+  for (const auto& [bytes, lines] : files) {
+    file.Write(bytes);
     loaded.LoadFromFile(file.Name());
-    EXPECT_EQ(loaded.Lines(), lines) << "file bytes: " << ::testing::PrintToString(file.Read());
-  }
-}
-
-TEST(StringsFile, AFinalBreakEndsTheLastLine) {
-  const struct {
-    std::string bytes;
-    Lines expected;
-  } cases[] = {
-      {"", {}},       {"a\r\nb", {"a", "b"}}, {"a\r\nb\r\n", {"a", "b"}}, {"a\nb\n", {"a", "b"}},
-      {"\r\n", {""}}, {"\n", {""}},           {"\r\n\r\n", {"", ""}},     {"a\r\n\r\n", {"a", ""}},
-  };
-  ts4test::TTempFile file("load.txt");
-  for (const auto& c : cases) {
-    file.Write(c.bytes);
-    TStrings list{"old"};
-    list.LoadFromFile(file.Name());
-    EXPECT_EQ(list.Lines(), c.expected) << ::testing::PrintToString(c.bytes);
+    EXPECT_EQ(loaded.Lines(), lines) << ::testing::PrintToString(bytes);
   }
 }
 
@@ -224,8 +199,7 @@ TEST(StringsFile, UnreadableOrUnwritablePathsRaise) {
 // Editing and indices
 
 TEST(StringsEditing, AddInsertDeleteMoveKeepOrder) {
-  TStrings list;
-  EXPECT_EQ(list.Add("b"), 0);
+  TStrings list{"b"};
   EXPECT_EQ(list.Add("d"), 1);
   list.Insert(0, "a");
   list.Insert(2, "c");
@@ -234,33 +208,15 @@ TEST(StringsEditing, AddInsertDeleteMoveKeepOrder) {
   list.Delete(2);
   list.Delete(0);
   list.SetStrings(1, "D");
-  EXPECT_EQ(list.Lines(), (Lines{"b", "D", "e"}));
-  EXPECT_EQ(list[1], "D");
-  EXPECT_EQ(list.Strings(2), "e");
-
+  list.AddStrings(TStrings{"f"});
+  EXPECT_EQ(list.Lines(), (Lines{"b", "D", "e", "f"}));
   // A move takes the line out, then inserts it at the target.
-  list = {"a", "b", "c", "d"};
-  const std::pair<std::pair<int, int>, Lines> moves[] = {{{0, 2}, {"b", "c", "a", "d"}},
-                                                         {{3, 0}, {"d", "b", "c", "a"}},
-                                                         {{1, 1}, {"d", "b", "c", "a"}},
-                                                         {{1, 3}, {"d", "c", "a", "b"}}};
+  const std::pair<std::pair<int, int>, Lines> moves[] = {
+      {{0, 2}, {"D", "e", "b", "f"}}, {{3, 0}, {"f", "D", "e", "b"}}, {{1, 1}, {"f", "D", "e", "b"}}};
   for (const auto& [move, expected] : moves) {
     list.Move(move.first, move.second);
     EXPECT_EQ(list.Lines(), expected) << move.first << " to " << move.second;
   }
-}
-
-TEST(StringsEditing, AddStringsAssignAndClear) {
-  TStrings list{"a"};
-  list.AddStrings(TStrings{"b", "c"});
-  EXPECT_EQ(list.Lines(), (Lines{"a", "b", "c"}));
-  TStrings other{"x"};
-  other.Assign(list);
-  EXPECT_EQ(other, list);
-  other.Clear();
-  EXPECT_TRUE(other.Empty());
-  EXPECT_EQ(other.Count(), 0);
-  EXPECT_EQ(list.Count(), 3);
 }
 
 TEST(StringsEditing, BadIndicesRaiseListIndexError) {
@@ -269,13 +225,10 @@ TEST(StringsEditing, BadIndicesRaiseListIndexError) {
   ExpectIndexError([&] { (void)list[-1]; }, -1);
   ExpectIndexError([&] { list.SetStrings(5, "x"); }, 5);
   ExpectIndexError([&] { list.Insert(3, "x"); }, 3);
-  ExpectIndexError([&] { list.Insert(-1, "x"); }, -1);
   ExpectIndexError([&] { list.Delete(2); }, 2);
   ExpectIndexError([&] { list.Move(2, 0); }, 2);
-  ExpectIndexError([&] { list.Move(0, 2); }, 2);
   ExpectIndexError([&] { (void)list.Names(7); }, 7);
   ExpectIndexError([&] { (void)list.ValueFromIndex(-3); }, -3);
-  ExpectIndexError([&] { TStrings{}.Delete(0); }, 0);
   EXPECT_EQ(list.Lines(), (Lines{"a", "b"}));  // failed edits leave the list alone
 }
 

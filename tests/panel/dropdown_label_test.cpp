@@ -183,15 +183,6 @@ TEST(DropDownEdit, ValueTypesAndCaseOptionsFilterTyping) {
   EXPECT_THROW(ts4::TDropDownEdit().SetOption(3, true), ts4::EDDLabelError);
 }
 
-TEST(DropDownEdit, DoubleClickInTheEditorMayChangeItsText) {
-  ts4::TDropDownEdit label;
-  label.OnEditDblClick = [](TDropDownLabel&, QString& value) { value += "!"; };
-  ts4::TSilentEdit* edit = OpenEditor(label);
-  edit->setText("hi");
-  QTest::mouseDClick(edit, Qt::LeftButton);
-  EXPECT_EQ(label.GetEditText(), "hi!");
-}
-
 TEST(DropDownMaskEdit, TheValueIsTheTypedOrTheFormattedText) {
   for (const bool formatted : {false, true}) {
     ts4::TDropDownMaskEdit label;
@@ -254,12 +245,10 @@ TEST(DropDownLabel, OpeningKeysDropDownOthersGoToTheParent) {
     bool opens;
   } cases[] = {
       {"Space", Qt::Key_Space, {}, false, true},
-      {"Return", Qt::Key_Return, {}, false, true},
       {"keypad Enter", Qt::Key_Enter, Qt::KeypadModifier, false, true},
       {"F4", Qt::Key_F4, {}, false, true},
       {"Alt+Down", Qt::Key_Down, Qt::AltModifier, false, true},
       {"Down", Qt::Key_Down, {}, false, false},
-      {"Insert", Qt::Key_Insert, {}, false, false},
       {"Ctrl+Delete", Qt::Key_Delete, Qt::ControlModifier, false, false},
       {"Alt+F4", Qt::Key_F4, Qt::AltModifier, false, false},
       {"Space, fixed", Qt::Key_Space, {}, true, false},

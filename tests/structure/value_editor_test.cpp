@@ -77,13 +77,11 @@ TEST_F(EditorFixture, SqlEditorOpensOnceAndRefreshRunsAgain) {
   EXPECT_EQ(editor.Items().Count(), 2);
   editor.SetOpened(false);
   EXPECT_TRUE(editor.Items().Empty());
-}
-
-TEST_F(EditorFixture, SqlEditorWithoutProviderFailsButStaysOpened) {
-  field->SetEditType(ts4::etSQL);
-  ts4test::ExpectError<ts4::EWDBStructError>([&] { field->SQLEditor()->SetOpened(true); }, 11,
+  // Without a provider opening fails, yet the editor counts as opened.
+  structure.SetDatabaseInfo(nullptr);
+  ts4test::ExpectError<ts4::EWDBStructError>([&] { editor.SetOpened(true); }, 11,
                                              "DatabaseInfo is not specified");
-  EXPECT_TRUE(field->SQLEditor()->Opened());
+  EXPECT_TRUE(editor.Opened());
 }
 
 TEST_F(EditorFixture, NewParametersCloseTheEditorSoTheQueryRunsAgain) {
@@ -119,11 +117,7 @@ TEST(SqlEditor, ApplyParams) {
       {"'open :Cust", "'open :Cust"},
   };
   for (const auto& c : cases) EXPECT_EQ(editor.ApplyParams(c.text), c.expected) << c.text;
-}
-
-TEST(SqlEditor, HasParameterLooksForColonAndNameOnly) {
-  ts4::TWDBStructure structure;
-  ts4::TDSSQLEditor editor(structure);
+  // HasParameter looks for the colon and the name only.
   editor.SQL().Add("SELECT * FROM t WHERE a = :CustNo");
   EXPECT_TRUE(editor.HasParameter("Cust"));
   EXPECT_TRUE(editor.HasParameter("custno"));
