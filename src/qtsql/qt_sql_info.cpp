@@ -10,8 +10,8 @@
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
+#include "qtsql/busy_scope_p.h"
 #include "qtsql/sql_catalog_p.h"
-#include "qtsql/wait_cursor_p.h"
 #include "structure/structure.h"
 
 namespace ts4 {
@@ -66,7 +66,7 @@ void TWQtSqlInfo::ForeignKeysByDatabase(std::vector<TDBForeignKey>& keys) {
 }
 
 void TWQtSqlInfo::GetSQLValues(std::string_view sql, TStrings& values, TStrings& items) {
-  const detail::TWaitCursor waiting;
+  const detail::TBusyScope busy;
   QSqlQuery query =
       detail::RunQuery(Database(), QString::fromUtf8(sql.data(), static_cast<qsizetype>(sql.size())));
   if (query.record().count() < 2) throw EWDBInfoError(gecGeneral, std::string(msg::FieldCountTooSmall));
@@ -86,6 +86,7 @@ void TWQtSqlInfo::SaveInfo(TStrings& lines) {
 }
 
 void ImportStructure(std::string_view connectionName, TWDBStructure& structure) {
+  const detail::TBusyScope busy;
   TWQtSqlInfo info;
   info.SetDatabaseName(connectionName);
   structure.SetDatabaseInfo(&info);

@@ -39,8 +39,8 @@ class TWQtSqlInfo : public TWDBInfo {
   void FieldsByTable(std::string_view tableName, TDBFieldList& fields) override;
   void ForeignKeysByDatabase(std::vector<TDBForeignKey>& keys) override;
   /// Runs the query and appends each row's first column to `values` and its
-  /// second to `items` (null gives an empty text, dates ISO text). Shows the
-  /// wait cursor meanwhile when a GUI application runs. Fewer than two
+  /// second to `items` (null gives an empty text, dates ISO text), with the
+  /// busy indicator (SetBusyIndicator) shown meanwhile. Fewer than two
   /// columns raise EWDBInfoError "Field count must be >= 2".
   void GetSQLValues(std::string_view sql, TStrings& values, TStrings& items) override;
   /// Takes DatabaseName from the lines when it is not empty there.
@@ -58,8 +58,9 @@ class TWQtSqlInfo : public TWDBInfo {
 class TWDBStructure;
 
 /// Makes the structure of the connection's database in `structure`, which
-/// has no tables yet: every table, column and foreign key. The structure is
-/// left without a provider, as the connection's name means nothing beyond it.
+/// has no tables yet: every table, column and foreign key, with the busy
+/// indicator (SetBusyIndicator) shown meanwhile. The structure is left
+/// without a provider, as the connection's name means nothing beyond it.
 void ImportStructure(std::string_view connectionName, TWDBStructure& structure);
 
 }  // namespace ts4
