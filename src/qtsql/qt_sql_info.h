@@ -20,7 +20,8 @@ namespace ts4 {
 /// with the type their database declares (FieldTypeOfSQLType) on SQLite and
 /// PostgreSQL, and from the driver's value types on any other driver.
 /// Foreign keys are read from SQLite's foreign_key_list and PostgreSQL's
-/// catalog; other drivers report none.
+/// catalog; other drivers report none. Names come as the database keeps
+/// them, never quoted.
 ///
 /// A connection that is unknown or cannot be opened, and a query that
 /// fails, raise EWDBInfoError with the driver's message.
@@ -59,8 +60,13 @@ class TWDBStructure;
 
 /// Makes the structure of the connection's database in `structure`, which
 /// has no tables yet: every table, column and foreign key, with the busy
-/// indicator (SetBusyIndicator) shown meanwhile. The structure is left
-/// without a provider, as the connection's name means nothing beyond it.
+/// indicator (SetBusyIndicator) shown meanwhile. On SQLite and PostgreSQL a
+/// table or column name is quoted in the SQL exactly when the engine reads
+/// it only in quotes (PostgreSQL folds bare names to lower case; a blank or
+/// a reserved word needs quotes on both), while its caption stays readable
+/// ("OrderItems" shows as "Order Items"). The structure is left without a
+/// provider, as the connection's name means nothing beyond it; on an error
+/// it stays as it was.
 void ImportStructure(std::string_view connectionName, TWDBStructure& structure);
 
 }  // namespace ts4
