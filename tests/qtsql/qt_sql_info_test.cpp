@@ -350,7 +350,8 @@ TEST(QtSqlInfoConnections, DatabasesThatCannotBeOpenedGiveTheDriversMessage) {
       EXPECT_NE(std::string(e.what()).find(c.message), std::string::npos) << e.what();
       EXPECT_FALSE(std::string(e.what()).empty());
     }
-    EXPECT_FALSE(QSqlDatabase::contains("ts4-test-bad")) << c.url << " left its connection behind";
+    EXPECT_FALSE(QSqlDatabase::contains(QStringLiteral("ts4-test-bad")))
+        << c.url << " left its connection behind";
   }
 }
 
