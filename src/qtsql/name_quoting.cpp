@@ -1,6 +1,6 @@
 #include "qtsql/name_quoting_p.h"
 
-#include <QLatin1StringView>
+#include <QRegularExpression>
 #include <QSqlDriver>
 #include <algorithm>
 #include <utility>
@@ -11,34 +11,6 @@
 #include "structure/table.h"
 
 namespace ts4::detail {
-namespace {
-
-bool IsLowerLetter(char c) {
-  return c >= 'a' && c <= 'z';
-}
-bool IsLetter(char c) {
-  return IsLowerLetter(c) || (c >= 'A' && c <= 'Z');
-}
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-/// A name PostgreSQL reads bare as itself, reserved words aside: it folds
-/// bare names to lower case, so any capital (or other letter) needs quotes.
-bool IsPlainPostgreSQLName(std::string_view name) {
-  return !name.empty() && (IsLowerLetter(name.front()) || name.front() == '_') &&
-         std::all_of(name.begin(), name.end(),
-                     [](char c) { return IsLowerLetter(c) || IsDigit(c) || c == '_' || c == '$'; });
-}
-
-/// A name SQLite may read bare: it keeps the case of names and compares
-/// them with case ignored.
-bool IsPlainSQLiteName(std::string_view name) {
-  return !name.empty() && (IsLetter(name.front()) || name.front() == '_') &&
-         std::all_of(name.begin(), name.end(), [](char c) { return IsLetter(c) || IsDigit(c) || c == '_'; });
-}
-
-}  // namespace
 
 TNameQuoting::TNameQuoting(QSqlDatabase database)
     : database_(std::move(database)), engine_(EngineOf(database_)) {
@@ -50,24 +22,28 @@ TNameQuoting::TNameQuoting(QSqlDatabase database)
   while (query.next()) reservedWords_.insert(query.value(0).toString().toStdString());
 }
 
-bool TNameQuoting::NeedsQuotes(std::string_view name) const {
+bool TNameQuoting::NeedsQuotes(const std::string& name) const {
+  // PostgreSQL folds bare names to lower case, so a bare name reads as
+  // itself only when it has no capital (nor any letter beyond ASCII).
+  // SQLite keeps the case of names and compares them with case ignored.
+  static const QRegularExpression plainPostgreSQLName(QStringLiteral("\\A[a-z_][a-z0-9_$]*\\z"));
+  static const QRegularExpression plainSQLiteName(QStringLiteral("\\A[A-Za-z_][A-Za-z0-9_]*\\z"));
+  const QString text = QString::fromStdString(name);
   if (engine_ == TSQLEngine::PostgreSQL)
-    return !IsPlainPostgreSQLName(name) || reservedWords_.contains(std::string(name));
-  return !SQLiteReadsBare(name);
+    return !plainPostgreSQLName.match(text).hasMatch() || reservedWords_.contains(name);
+  return !plainSQLiteName.match(text).hasMatch() || !SQLiteReadsBare(text);
 }
 
 // SQLite lets many of its keywords serve as names and offers no list of
-// them to SQL; whether a name reads bare is asked of its parser instead,
-// with the name as table and column where generated statements put them.
-// The statement is only compiled, over a table of that name it defines.
-bool TNameQuoting::SQLiteReadsBare(std::string_view name) const {
-  if (!IsPlainSQLiteName(name)) return false;
-  const QString bare = QLatin1StringView(name.data(), static_cast<qsizetype>(name.size()));
-  const QString quoted = database_.driver()->escapeIdentifier(bare, QSqlDriver::TableName);
+// them to SQL; whether a plain name reads bare is asked of its parser
+// instead, with the name as table and column where generated statements put
+// them. The statement is only compiled, over a table of that name it defines.
+bool TNameQuoting::SQLiteReadsBare(const QString& name) const {
+  const QString quoted = database_.driver()->escapeIdentifier(name, QSqlDriver::TableName);
   QSqlQuery trial(database_);
   return trial.prepare(
       QStringLiteral("WITH %2(%2) AS (SELECT 0) SELECT X.%1 FROM %1 X JOIN %1 Y ON X.%1 = Y.%1")
-          .arg(bare, quoted));
+          .arg(name, quoted));
 }
 
 void TNameQuoting::Apply(TWCustomDBStructure& structure) const {

@@ -2,7 +2,6 @@
 
 #include <QSqlDatabase>
 #include <string>
-#include <string_view>
 #include <unordered_set>
 
 #include "qtsql/sql_catalog_p.h"
@@ -28,8 +27,8 @@ class TNameQuoting {
   void Apply(TWCustomDBStructure& structure) const;
 
  private:
-  [[nodiscard]] bool NeedsQuotes(std::string_view name) const;
-  [[nodiscard]] bool SQLiteReadsBare(std::string_view name) const;
+  [[nodiscard]] bool NeedsQuotes(const std::string& name) const;
+  [[nodiscard]] bool SQLiteReadsBare(const QString& name) const;
 
   QSqlDatabase database_;
   TSQLEngine engine_;
