@@ -12,6 +12,7 @@
 #include "panel/popup_menu.h"
 #include "panel/qt_strings_p.h"
 #include "panel/row_view_p.h"
+#include "panel/wait_cursor.h"
 #include "query/captions.h"
 
 namespace ts4 {
@@ -50,6 +51,10 @@ TWQueryPanel::TWQueryPanel(QWidget* parent)
       appearance_(new TQPAppearance(this)),
       lines_(std::make_unique<detail::TPanelLines>()) {
   appearance_->setParent(this);
+  // A panel is where the database work of a GUI application starts (the
+  // queries of value lists), so making one turns on the wait cursor, as
+  // users of a Qt GUI expect without a call of their own.
+  InstallWaitCursor();
   query_->AddObserver(this);
   // The query's plain notifications become the panel's signals here, and only here.
   query_->OnChange = [this](TWQuery&) { emit OnChange(); };

@@ -43,6 +43,7 @@ struct TRowView;
 /// once. Widgets exist only for the lines in or near the viewport and are
 /// reused while scrolling; RowButton, RowCheckBox and RowControl return
 /// null for a row that has none at the moment (EnsureRowVisible scrolls to it).
+/// Making a panel turns on the wait cursor of the Qt SQL layer (InstallWaitCursor).
 ///
 /// Keys (with aoAllowKeyboard, while the query is active): Enter opens the
 /// current word, Left/Right move between the words of the current line,

@@ -10,8 +10,9 @@
 
 #include "foundation/error.h"
 #include "foundation/messages.h"
+#include "qtsql/busy_scope_p.h"
+#include "qtsql/name_quoting_p.h"
 #include "qtsql/sql_catalog_p.h"
-#include "qtsql/wait_cursor_p.h"
 #include "structure/structure.h"
 
 namespace ts4 {
@@ -29,6 +30,16 @@ std::string ValueText(const QVariant& value) {
   }
 }
 
+/// The registered connection of that name, opened when it is not open yet.
+QSqlDatabase OpenConnection(const std::string& connectionName) {
+  const QString name = QString::fromStdString(connectionName);
+  if (!QSqlDatabase::contains(name)) throw EWDBInfoError(gecGeneral, msg::UnknownConnection, connectionName);
+  QSqlDatabase database = QSqlDatabase::database(name, false);
+  if (!database.isOpen() && !database.open())
+    throw EWDBInfoError(gecGeneral, database.lastError().text().simplified().toStdString());
+  return database;
+}
+
 }  // namespace
 
 TWQtSqlInfo::~TWQtSqlInfo() = default;
@@ -40,12 +51,7 @@ void TWQtSqlInfo::SetDatabaseName(std::string_view name) {
 }
 
 QSqlDatabase TWQtSqlInfo::Database() const {
-  const QString name = QString::fromStdString(databaseName_);
-  if (!QSqlDatabase::contains(name)) throw EWDBInfoError(gecGeneral, msg::UnknownConnection, databaseName_);
-  QSqlDatabase database = QSqlDatabase::database(name, false);
-  if (!database.isOpen() && !database.open())
-    throw EWDBInfoError(gecGeneral, database.lastError().text().simplified().toStdString());
-  return database;
+  return OpenConnection(databaseName_);
 }
 
 void TWQtSqlInfo::GetDatabaseNames(TStrings& list) {
@@ -66,7 +72,7 @@ void TWQtSqlInfo::ForeignKeysByDatabase(std::vector<TDBForeignKey>& keys) {
 }
 
 void TWQtSqlInfo::GetSQLValues(std::string_view sql, TStrings& values, TStrings& items) {
-  const detail::TWaitCursor waiting;
+  const detail::TBusyScope busy;
   QSqlQuery query =
       detail::RunQuery(Database(), QString::fromUtf8(sql.data(), static_cast<qsizetype>(sql.size())));
   if (query.record().count() < 2) throw EWDBInfoError(gecGeneral, std::string(msg::FieldCountTooSmall));
@@ -86,17 +92,27 @@ void TWQtSqlInfo::SaveInfo(TStrings& lines) {
 }
 
 void ImportStructure(std::string_view connectionName, TWDBStructure& structure) {
+  const detail::TBusyScope busy;
+  // Read before the structure changes, so that a failure leaves it as it was.
+  const detail::TNameQuoting quoting(OpenConnection(std::string(connectionName)));
+  // A structure that has tables already is the caller's: its quoting stays.
+  const bool empty = structure.TableCount() == 0;
   TWQtSqlInfo info;
   info.SetDatabaseName(connectionName);
+  // Observers hear of the finished structure once, quoting included.
+  structure.BeginUpdate();
   structure.SetDatabaseInfo(&info);
   structure.SetAutoAddFields(true);
   try {
     structure.UpdateDatabaseInfo();
   } catch (...) {
     structure.SetDatabaseInfo(nullptr);
+    structure.EndUpdate();
     throw;
   }
   structure.SetDatabaseInfo(nullptr);
+  if (empty) quoting.Apply(structure);
+  structure.EndUpdate();
 }
 
 }  // namespace ts4

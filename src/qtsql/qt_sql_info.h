@@ -20,7 +20,8 @@ namespace ts4 {
 /// with the type their database declares (FieldTypeOfSQLType) on SQLite and
 /// PostgreSQL, and from the driver's value types on any other driver.
 /// Foreign keys are read from SQLite's foreign_key_list and PostgreSQL's
-/// catalog; other drivers report none.
+/// catalog; other drivers report none. Names come as the database keeps
+/// them, never quoted.
 ///
 /// A connection that is unknown or cannot be opened, and a query that
 /// fails, raise EWDBInfoError with the driver's message.
@@ -39,8 +40,8 @@ class TWQtSqlInfo : public TWDBInfo {
   void FieldsByTable(std::string_view tableName, TDBFieldList& fields) override;
   void ForeignKeysByDatabase(std::vector<TDBForeignKey>& keys) override;
   /// Runs the query and appends each row's first column to `values` and its
-  /// second to `items` (null gives an empty text, dates ISO text). Shows the
-  /// wait cursor meanwhile when a GUI application runs. Fewer than two
+  /// second to `items` (null gives an empty text, dates ISO text), with the
+  /// busy indicator (SetBusyIndicator) shown meanwhile. Fewer than two
   /// columns raise EWDBInfoError "Field count must be >= 2".
   void GetSQLValues(std::string_view sql, TStrings& values, TStrings& items) override;
   /// Takes DatabaseName from the lines when it is not empty there.
@@ -58,8 +59,14 @@ class TWQtSqlInfo : public TWDBInfo {
 class TWDBStructure;
 
 /// Makes the structure of the connection's database in `structure`, which
-/// has no tables yet: every table, column and foreign key. The structure is
-/// left without a provider, as the connection's name means nothing beyond it.
+/// has no tables yet: every table, column and foreign key, with the busy
+/// indicator (SetBusyIndicator) shown meanwhile. On SQLite and PostgreSQL a
+/// table or column name is quoted in the SQL exactly when the engine reads
+/// it only in quotes (PostgreSQL folds bare names to lower case; a blank or
+/// a reserved word needs quotes on both), while its caption stays readable
+/// ("OrderItems" shows as "Order Items"). The structure is left without a
+/// provider, as the connection's name means nothing beyond it; on an error
+/// it stays as it was.
 void ImportStructure(std::string_view connectionName, TWDBStructure& structure);
 
 }  // namespace ts4

@@ -63,19 +63,22 @@ QSqlQuery RunQuery(const QSqlDatabase& database, const QString& sql, const QVari
   return query;
 }
 
-TSQLCatalog::TSQLCatalog(QSqlDatabase database) : database_(std::move(database)) {
-  switch (database_.driver()->dbmsType()) {
-    case QSqlDriver::SQLite: engine_ = TEngine::SQLite; break;
-    case QSqlDriver::PostgreSQL: engine_ = TEngine::PostgreSQL; break;
-    default: engine_ = TEngine::Other; break;
+TSQLEngine EngineOf(const QSqlDatabase& database) {
+  switch (database.driver()->dbmsType()) {
+    case QSqlDriver::SQLite: return TSQLEngine::SQLite;
+    case QSqlDriver::PostgreSQL: return TSQLEngine::PostgreSQL;
+    default: return TSQLEngine::Other;
   }
 }
+
+TSQLCatalog::TSQLCatalog(QSqlDatabase database)
+    : database_(std::move(database)), engine_(EngineOf(database_)) {}
 
 std::vector<std::string> TSQLCatalog::Tables() const {
   QStringList names = database_.tables(QSql::Tables) + database_.tables(QSql::Views);
   std::vector<std::string> tables;
   for (const QString& name : names) {
-    if (engine_ == TEngine::SQLite && name.startsWith(QStringLiteral("sqlite_"), Qt::CaseInsensitive))
+    if (engine_ == TSQLEngine::SQLite && name.startsWith(QStringLiteral("sqlite_"), Qt::CaseInsensitive))
       continue;
     tables.push_back(ToStd(name));
   }
@@ -88,7 +91,7 @@ std::vector<std::string> TSQLCatalog::Tables() const {
 }
 
 void TSQLCatalog::Columns(std::string_view table, TDBFieldList& fields) const {
-  if (engine_ == TEngine::Other) {
+  if (engine_ == TSQLEngine::Other) {
     const QSqlRecord record = database_.record(ToQt(table));
     for (int i = 0; i < record.count(); ++i) {
       const TSQLColumnType type = FieldTypeOfMetaType(record.field(i));
@@ -97,7 +100,7 @@ void TSQLCatalog::Columns(std::string_view table, TDBFieldList& fields) const {
     return;
   }
   const QString sql =
-      engine_ == TEngine::SQLite
+      engine_ == TSQLEngine::SQLite
           ? QStringLiteral("SELECT name, type FROM pragma_table_info(?) ORDER BY cid")
           : QStringLiteral(
                 "SELECT a.attname, format_type(a.atttypid, a.atttypmod) FROM pg_attribute a "
@@ -113,8 +116,8 @@ void TSQLCatalog::Columns(std::string_view table, TDBFieldList& fields) const {
 
 void TSQLCatalog::ForeignKeys(const std::vector<std::string>& tables,
                               std::vector<TDBForeignKey>& keys) const {
-  if (engine_ == TEngine::SQLite) SQLiteForeignKeys(tables, keys);
-  if (engine_ == TEngine::PostgreSQL) PostgreSQLForeignKeys(keys);
+  if (engine_ == TSQLEngine::SQLite) SQLiteForeignKeys(tables, keys);
+  if (engine_ == TSQLEngine::PostgreSQL) PostgreSQLForeignKeys(keys);
 }
 
 void TSQLCatalog::SQLiteForeignKeys(const std::vector<std::string>& tables,

@@ -4,6 +4,7 @@
 #include <QSqlQuery>
 #include <QString>
 #include <QVariantList>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,11 @@
 #include "structure/db_info.h"
 
 namespace ts4::detail {
+
+/// The engines whose catalogs and names ts4 knows.
+enum class TSQLEngine : std::uint8_t { SQLite, PostgreSQL, Other };
+
+[[nodiscard]] TSQLEngine EngineOf(const QSqlDatabase& database);
 
 /// Runs the statement with its values bound in order; raises EWDBInfoError
 /// with the driver's message when it fails.
@@ -29,13 +35,11 @@ class TSQLCatalog {
   void ForeignKeys(const std::vector<std::string>& tables, std::vector<TDBForeignKey>& keys) const;
 
  private:
-  enum class TEngine { SQLite, PostgreSQL, Other };
-
   void SQLiteForeignKeys(const std::vector<std::string>& tables, std::vector<TDBForeignKey>& keys) const;
   void PostgreSQLForeignKeys(std::vector<TDBForeignKey>& keys) const;
 
   QSqlDatabase database_;
-  TEngine engine_;
+  TSQLEngine engine_;
 };
 
 }  // namespace ts4::detail

@@ -1,6 +1,7 @@
 // The query panel as the end user meets it: the lines it shows, the keys,
 // the menus, the words, and the SQL that follows every gesture.
 #include <QDialog>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -18,6 +19,7 @@
 #include "panel/query_panel_fixture.h"
 #include "panel/row_controls.h"
 #include "panel/value_label_kind.h"
+#include "qtsql/busy_indicator.h"
 #include "query/sql_param.h"
 #include "structure/db_info.h"
 #include "test_support.h"
@@ -371,6 +373,26 @@ TEST_F(QueryPanelTest, SQLListsAreFilledThroughTheStructuresProvider) {
   Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*rep, rciValue1)), QStringLiteral("Ann Lee"));
   EXPECT_EQ(rep->Value1(), "7");
   structure_->SetDatabaseInfo(nullptr);
+}
+
+// Making a panel lets Qt SQL work show the wait cursor, unless the
+// application has an indicator of its own.
+TEST(QueryPanelWaitCursor, IsInstalledByThePanelUnlessTheApplicationHasItsOwn) {
+  SetBusyIndicator({});
+  { TWQueryPanel panel; }
+  const TBusyIndicator installed = BusyIndicator();
+  ASSERT_TRUE(installed.Begin && installed.End);
+  installed.Begin();
+  ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  installed.End();
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+  int own = 0;
+  SetBusyIndicator({[&own] { ++own; }, [] {}});
+  { TWQueryPanel panel; }
+  BusyIndicator().Begin();
+  EXPECT_EQ(own, 1);
+  SetBusyIndicator({});
 }
 
 TEST_F(QueryPanelTest, SubQueriesAreEditedInTheirDialog) {
