@@ -1,5 +1,7 @@
 #include "demo_database.h"
 
+#include "demo_messages.h"
+#include "foundation/error.h"
 #include "qtsql/database_url.h"
 #include "structure/db_info.h"
 
@@ -46,8 +48,7 @@ void TDemoDatabase::ImportStructure(const QString& url) {
   auto fresh = std::make_unique<ts4::TWDBStructure>();
   try {
     ts4::ImportStructure(connection.toStdString(), *fresh);
-    if (fresh->TableCount() == 0)
-      throw ts4::EWDBInfoError(0, "The database at " + url.toStdString() + " has no tables");
+    if (fresh->TableCount() == 0) throw ts4::EWDBInfoError(ts4::gecGeneral, msg::NoTables, url.toStdString());
   } catch (...) {
     ts4::RemoveDatabase(connection.toStdString());
     throw;

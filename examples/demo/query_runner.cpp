@@ -8,8 +8,8 @@
 #include <QSqlRecord>
 #include <QTime>
 #include <algorithm>
-#include <stdexcept>
 
+#include "foundation/error.h"
 #include "foundation/field_types.h"
 #include "query/query_result.h"
 #include "query/rfield_list.h"
@@ -79,7 +79,9 @@ TQueryRows RunStatement(const QString& connection, const QString& sql, const TBo
                         qsizetype keep) {
   QSqlQuery query(QSqlDatabase::database(connection, false));
   query.setForwardOnly(true);
-  const auto fail = [&query] { throw std::runtime_error(query.lastError().text().toStdString()); };
+  const auto fail = [&query] {
+    throw ts4::EWDBInfoError(ts4::gecGeneral, query.lastError().text().toStdString());
+  };
   if (!query.prepare(sql)) fail();
   for (const auto& [name, value] : values) query.bindValue(name, value);
   if (!query.exec()) fail();

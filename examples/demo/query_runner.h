@@ -29,7 +29,7 @@ struct TQueryRows {
 [[nodiscard]] TBoundValues ParameterValues(const ts4::TQueryResult& result);
 
 /// Runs the statement on the connection and keeps the first `keep` rows.
-/// Raises std::runtime_error with the driver's message when it fails.
+/// Raises ts4::EWDBInfoError with the driver's message when it fails.
 [[nodiscard]] TQueryRows RunStatement(const QString& connection, const QString& sql,
                                       const TBoundValues& values, qsizetype keep);
 

@@ -37,10 +37,31 @@ class EWQueryPanelError : public EWTessalyError {
   using EWTessalyError::EWTessalyError;
 };
 
-/// Errors of the SQL parser.
+/// Kinds of error the SQL parser raises; the code names the kind.
+enum TSQLParserErrorCode : std::int32_t {
+  pecWrongSQL = 1,        // a word missing, misplaced or left over, or an early end
+  pecLostBracket = 2,     // a bracket that is never closed, or a closing one never opened
+  pecNestingTooDeep = 3,  // brackets nested deeper than the parser reads
+};
+
+/// Errors of the SQL parser: the kind's message from the string table,
+/// CR LF, "Line:" and the line at which the reading stopped.
 class ESQLParserError : public EWTessalyError {
  public:
-  using EWTessalyError::EWTessalyError;
+  /// The kind's message, filled with the arguments where it has directives.
+  template <typename... Args>
+  ESQLParserError(TSQLParserErrorCode code, int line, const Args&... args)
+      : EWTessalyError(code, WithLine(Format(MessageOf(code), {TFormatArg(args)...}), line)), line_(line) {}
+
+  /// The 1-based line of the token at which the reading stopped.
+  [[nodiscard]] int Line() const noexcept { return line_; }
+  /// The string table's message of a kind, unfilled.
+  [[nodiscard]] static std::string_view MessageOf(TSQLParserErrorCode code);
+
+ private:
+  static std::string WithLine(const std::string& message, int line);
+
+  int line_;
 };
 
 /// Errors of a database metadata provider.

@@ -61,6 +61,9 @@ inline constexpr std::string_view UnknownValueType = "Unknown value type: %s";
 inline constexpr std::string_view UnknownEditType = "Unknown edit type: %s";
 inline constexpr std::string_view UnknownEditKind = "Unknown edit kind: %s";
 
+// Drop-down labels.
+inline constexpr std::string_view UnknownEditOption = "Unknown edit option %d";
+
 // Resource texts.
 inline constexpr std::string_view And = "and";
 

@@ -5,8 +5,8 @@
 #include <QKeyEvent>
 #include <QRegularExpressionValidator>
 #include <algorithm>
-#include <string>
 
+#include "foundation/messages.h"
 #include "panel/edit_mask.h"
 #include "panel/silent_edit.h"
 
@@ -45,7 +45,7 @@ TDropDownCustomEdit::~TDropDownCustomEdit() {
 bool TDropDownCustomEdit::GetOption(int option) const {
   if (option == 1) return upperCase_;
   if (option == 2) return lowerCase_;
-  throw EDDLabelError("Unknown edit option " + std::to_string(option));
+  throw EDDLabelError(gecGeneral, msg::UnknownEditOption, option);
 }
 
 void TDropDownCustomEdit::SetOption(int option, bool on) {
@@ -54,7 +54,7 @@ void TDropDownCustomEdit::SetOption(int option, bool on) {
   else if (option == 2)
     lowerCase_ = on;
   else
-    throw EDDLabelError("Unknown edit option " + std::to_string(option));
+    throw EDDLabelError(gecGeneral, msg::UnknownEditOption, option);
 }
 
 QString TDropDownCustomEdit::GetEditText() const {

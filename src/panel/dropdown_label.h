@@ -4,14 +4,16 @@
 #include <QLabel>
 #include <QString>
 #include <functional>
-#include <stdexcept>
+
+#include "foundation/error.h"
 
 namespace ts4 {
 
-/// Errors of the drop-down labels.
-class EDDLabelError : public std::runtime_error {
+/// Errors of the drop-down labels, with their messages from the library's
+/// string table.
+class EDDLabelError : public EWTessalyError {
  public:
-  using std::runtime_error::runtime_error;
+  using EWTessalyError::EWTessalyError;
 };
 
 /// A word that looks like an underlined link and, when clicked, drops down

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "foundation/messages.h"
+
 namespace ts4 {
 
 TItemGroup& TItemGroupList::AddGroup(const QString& name) {
@@ -66,8 +68,7 @@ int TDropDownList::ItemIndex() const {
 }
 
 void TDropDownList::SetItemIndex(int index) {
-  if (index < 0 || index >= items_.size())
-    throw EDDLabelError("List index out of bounds (" + std::to_string(index) + ")");
+  if (index < 0 || index >= items_.size()) throw EDDLabelError(gecGeneral, msg::ListIndexOutOfBounds, index);
   SetValue(ValueOf(index));
 }
 

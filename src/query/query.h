@@ -149,7 +149,8 @@ class TWQuery : public TWComponent, private TDBStructureObserver {
   /// of the SELECT statement; name, description, captions and settings
   /// stay. All or nothing: on an error the query is left exactly as it was.
   /// Raises EWQueryPanelError code 3 without a structure, ESQLParserError
-  /// for text the parser cannot read, EWQueryPanelError code 11 for a
+  /// for text the parser cannot read (whatever follows the statement but a
+  /// final ";" included), EWQueryPanelError code 11 for a
   /// condition on an expression no field has, code 14 for a condition no
   /// operator reads, and code 10 for brackets nested too deep. DISTINCT and
   /// result-field aliases are not taken over.

@@ -5,7 +5,7 @@
 //   [WHERE condition]
 //   [GROUP BY expression {, expression}]      checked, not kept
 //   [ORDER BY number [ASC | DESC] {, ...}  |  expression [ASC | DESC] {, ...}]
-//   anything after the last clause, or after a ";" where a clause may end, is ignored
+//   [;]
 //
 //   name        [owner .] name, each part a word or a name in double quotes;
 //               opening brackets before it and closing ones after it are skipped
@@ -21,15 +21,17 @@
 //               a ";", a NOT after its first token, or a ")" that closes an
 //               outer bracket; a sub-query "(select ...)" is one operand
 //
-// Expressions are kept as written. Clauses must come in this order; a clause
-// keyword out of place ends the statement.
+// Expressions are kept as written. The text is read whole or refused: clauses
+// must come in this order, and a word left over after the last one (a clause
+// out of place or one not read, such as HAVING, UNION or LIMIT, a second
+// statement, a dangling AND) is "Wrong SQL statement" at its line. A bracket
+// with no partner, an opening one never closed or a closing one never
+// opened, is "Lost bracket" at its own line, wherever it is.
 #include "sqlimport/sql_parser.h"
 
 #include <charconv>
 
 #include "foundation/error.h"
-#include "foundation/format.h"
-#include "foundation/messages.h"
 #include "foundation/string_utils.h"
 
 namespace ts4 {
@@ -91,7 +93,11 @@ TSQLBracket& JoinLastItem(TSQLBracket& parent, std::string_view word) {
 
 TWSQLParser::TWSQLParser() : result_(std::make_unique<TWParserResult>()) {
   scanner_.SetSourceStyle(TSourceStyle::ssSQLText);
-  for (const char* word : {"select", "from", "join", "where", "order", "group", "by"})
+  // Besides the words of the clauses it reads, the words that start clauses
+  // it does not read: as keywords they end the expression before them, so
+  // that such a clause is refused instead of taken into a value or a name.
+  for (const char* word : {"select", "from", "join", "where", "order", "group", "by", "having", "union",
+                           "intersect", "except", "limit", "fetch"})
     scanner_.Keywords().Add(word);
 }
 
@@ -100,27 +106,57 @@ void TWSQLParser::Parse() {
   result_ = std::make_unique<TWParserResult>();
   depth_ = 0;
   scanner_.SetSource(sql_);
-  scanner_.FirstToken();
-  if (scanner_.GetTokType() == ttUnclosed) Error(msg::WrongSQL);
+  FindLostBrackets();
+  if (scanner_.GetTokType() == ttUnclosed) Error(pecWrongSQL);
   ProcessSelect();
   ProcessFrom();
   if (!scanner_.EOS() && Is("where")) ProcessWhere();
   if (!scanner_.EOS() && Is("group")) ProcessGroupBy();
   if (!scanner_.EOS() && Is("order")) ProcessOrderBy();
+  ProcessEnd();
 }
 
-void TWSQLParser::Error(std::string_view message) const {
-  ErrorAtLine(message, scanner_.GetTokLine());
+void TWSQLParser::FindLostBrackets() {
+  // Brackets pair as they nest, before the reading starts: the reading then
+  // fails at the first lost one it comes to (Next), so an error earlier in
+  // the text still comes first, and the line is the bracket's own.
+  lost_.clear();
+  std::vector<std::size_t> open;
+  for (scanner_.FirstToken(); !scanner_.EOS(); scanner_.NextToken()) {
+    const bool symbol = scanner_.GetTokType() == ttSymbol;
+    if (symbol && Is("(")) {
+      open.push_back(lost_.size());
+    } else if (symbol && Is(")")) {
+      if (open.empty()) {
+        lost_.push_back(true);
+        continue;
+      }
+      open.pop_back();
+    }
+    lost_.push_back(false);
+  }
+  for (std::size_t at : open) lost_[at] = true;
+  scanner_.FirstToken();
 }
 
-void TWSQLParser::ErrorAtLine(std::string_view message, int line) const {
-  throw ESQLParserError(gecGeneral, std::string(message) + "\r\nLine:" + std::to_string(line));
+void TWSQLParser::ProcessEnd() {
+  if (!scanner_.EOS() && Is(";")) Next();
+  if (scanner_.EOS()) return;
+  Error(AtLostBracket() ? pecLostBracket : pecWrongSQL);
+}
+
+void TWSQLParser::Error(TSQLParserErrorCode code) const {
+  ErrorAtLine(code, scanner_.GetTokLine());
+}
+
+void TWSQLParser::ErrorAtLine(TSQLParserErrorCode code, int line) const {
+  throw ESQLParserError(code, line);
 }
 
 // ---- Select list -----------------------------------------------------------------
 
 void TWSQLParser::ProcessSelect() {
-  if (!Is("select")) Error(msg::WrongSQL);
+  if (!Is("select")) Error(pecWrongSQL);
   Next();
   if (Is("distinct")) {
     result_->Distinct = true;
@@ -141,7 +177,7 @@ void TWSQLParser::ProcessSelect() {
 
 void TWSQLParser::ProcessResultField() {
   std::string expr = ProcessSQLExpr();
-  if (expr.empty()) Error(msg::WrongSQL);  // "select , x" or "select from"
+  if (expr.empty()) Error(pecWrongSQL);  // "select , x" or "select from"
   std::string alias;
   if (Is("as")) {
     Next();
@@ -191,7 +227,7 @@ std::string TWSQLParser::TextSince(const TWScannerBookmark& from) const {
 
 std::string TWSQLParser::ProcessIdentifier() {
   // Nothing left where a name is due is an early end of the statement.
-  if (scanner_.EOS()) Error(msg::WrongSQL);
+  if (scanner_.EOS()) Error(pecWrongSQL);
   std::string name;
   if (Is("\"")) {
     // The scanner hands a quoted name over between two quote tokens.
@@ -215,7 +251,7 @@ void TWSQLParser::SkipTokens(std::string_view token) {
 // ---- FROM ------------------------------------------------------------------------
 
 void TWSQLParser::ProcessFrom() {
-  if (!Is("from")) Error(msg::WrongSQL);
+  if (!Is("from")) Error(pecWrongSQL);
   Next();
   ProcessTable();
   while (Is(",")) {
@@ -250,6 +286,7 @@ void TWSQLParser::ProcessTable() {
   TSQLTable& table = *result_->Tables.Add(std::move(owned));
   if (scanner_.EOS() || Is(",") || AtClause()) return;
   if (!AtJoin()) {
+    if (scanner_.GetTokType() == ttKeyword) return;  // no alias: a clause, read or refused after
     table.Alias = ProcessIdentifier();
     // Only joins may follow an aliased table.
     if (scanner_.EOS() || Is(",") || AtClause()) return;
@@ -263,16 +300,16 @@ void TWSQLParser::ProcessTableJoins() {
     if (Is("left") || Is("right") || Is("full")) {
       Next();
       if (Is("outer")) Next();
-      if (!Is("join")) Error(msg::WrongSQL);
+      if (!Is("join")) Error(pecWrongSQL);
     } else if (Is("inner")) {
       Next();
-      if (!Is("join")) Error(msg::WrongSQL);
+      if (!Is("join")) Error(pecWrongSQL);
     }
     Next();
     auto table = std::make_unique<TSQLTable>();
     table->SetTableName(ProcessTableName());
     if (!Is("on")) table->Alias = ProcessIdentifier();
-    if (!Is("on")) Error(msg::WrongSQL);
+    if (!Is("on")) Error(pecWrongSQL);
     Next();
     {
       TSQLBracket dropped;
@@ -286,7 +323,7 @@ void TWSQLParser::ProcessTableJoins() {
 // ---- WHERE -----------------------------------------------------------------------
 
 void TWSQLParser::ProcessWhere() {
-  if (!Is("where")) Error(msg::WrongSQL);
+  if (!Is("where")) Error(pecWrongSQL);
   Next();
   ProcessBoolExpr(*result_->Where);
   // A root that holds nothing but one bracket gives way to it.
@@ -312,7 +349,7 @@ void TWSQLParser::ProcessJoined(TSQLBracket& parent, std::string_view word,
   TSQLBracket* joined = nullptr;
   while (Is(word)) {
     Next();
-    if (scanner_.EOS()) break;
+    if (scanner_.EOS()) Error(pecWrongSQL);  // nothing after the AND or OR
     if (joined == nullptr) joined = &JoinLastItem(parent, word);
     (this->*readItem)(*joined);
   }
@@ -324,7 +361,7 @@ void TWSQLParser::CheckNesting() const {
   // bracket is not counted: the builder writes its root bracket around the
   // whole condition and nests up to that many levels inside it, and what it
   // writes must read back.
-  if (depth_ > MaxSQLNesting) Error(Format(msg::NestingTooDeep, {MaxSQLNesting}));
+  if (depth_ > MaxSQLNesting) throw ESQLParserError(pecNestingTooDeep, scanner_.GetTokLine(), MaxSQLNesting);
 }
 
 void TWSQLParser::ProcessBoolFactor(TSQLBracket& bracket) {
@@ -344,7 +381,7 @@ void TWSQLParser::ProcessBoolFactor(TSQLBracket& bracket) {
       ProcessBoolExpr(bracket);
       TSQLConditionNode& read = *bracket.Items.Last();
       read.Negated = read.Negated != negate;
-      if (!Is(")")) Error(msg::LostBracket);
+      if (!Is(")")) Error(pecLostBracket);
       Next();
       --depth_;
       return;
@@ -371,7 +408,7 @@ void TWSQLParser::ProcessCondition(TSQLBracket& bracket, bool negate) {
   }
   ProcessComparison(bracket, negate);
   for (; opened > 0; --opened) {
-    if (!Is(")")) Error(msg::LostBracket);
+    if (!Is(")")) Error(pecLostBracket);
     Next();
     --depth_;
   }
@@ -381,19 +418,19 @@ void TWSQLParser::ProcessComparison(TSQLBracket& bracket, bool negate) {
   TSQLCondition& condition = *TSQLCondition::Create(&bracket);
   bool isSubQuery = false;
   condition.Expr = ProcessConditionValue(isSubQuery);
-  if (scanner_.EOS()) Error(msg::WrongSQL);
+  if (scanner_.EOS()) Error(pecWrongSQL);
   if (Is("not")) {
     negate = !negate;
     Next();
   }
   condition.Operator = scanner_.GetTokStr();
   Next();
-  if (scanner_.EOS()) Error(msg::WrongSQL);
+  if (scanner_.EOS()) Error(pecWrongSQL);
   condition.Negated = negate;
   std::string value = ProcessConditionValue(isSubQuery);
   DoubleToSingleQuotes(value);
   if (condition.Operator == "between") {
-    if (!Is("and")) Error(msg::WrongSQL);
+    if (!Is("and")) Error(pecWrongSQL);
     Next();
     std::string upper = ProcessConditionValue(isSubQuery);
     DoubleToSingleQuotes(upper);
@@ -438,19 +475,19 @@ void TWSQLParser::ProcessGroupBy() {
   // Grouping is rebuilt from the result fields, so the items are only checked:
   // any expression, not only table.field, since the builder groups by
   // expressions as well.
-  if (!Is("group")) Error(msg::WrongSQL);
+  if (!Is("group")) Error(pecWrongSQL);
   Next();
-  if (!Is("by")) Error(msg::WrongSQL);
+  if (!Is("by")) Error(pecWrongSQL);
   do {
     Next();
-    if (ReadExpression({";"}).empty()) Error(msg::WrongSQL);
+    if (ReadExpression({";"}).empty()) Error(pecWrongSQL);
   } while (Is(","));
 }
 
 void TWSQLParser::ProcessOrderBy() {
-  if (!Is("order")) Error(msg::WrongSQL);
+  if (!Is("order")) Error(pecWrongSQL);
   Next();
-  if (!Is("by")) Error(msg::WrongSQL);
+  if (!Is("by")) Error(pecWrongSQL);
   Next();
   if (scanner_.GetTokType() == ttNumber) {
     ProcessOrderByNumbers();
@@ -460,9 +497,10 @@ void TWSQLParser::ProcessOrderBy() {
 }
 
 void TWSQLParser::ReadSortOrder(TSQLResultField& field, int index) {
+  // Only ASC or DESC is taken: any other word is left over, and an error.
   field.SortOrder = 1;
   field.SortIndex = index;
-  if (!scanner_.EOS() && !Is(",")) {
+  if (Is("asc") || Is("desc")) {
     if (Is("desc")) field.SortOrder = 2;
     Next();
   }
@@ -471,12 +509,12 @@ void TWSQLParser::ReadSortOrder(TSQLResultField& field, int index) {
 void TWSQLParser::ProcessOrderByNumbers() {
   TSQLResultFieldList& fields = result_->ResultFields;
   for (int index = 1;; ++index) {
-    if (scanner_.GetTokType() != ttNumber) Error(msg::WrongSQL);  // names and numbers are not mixed
+    if (scanner_.GetTokType() != ttNumber) Error(pecWrongSQL);  // names and numbers are not mixed
     const std::string_view digits = scanner_.GetTokStr();
     int position = 0;
     if (std::from_chars(digits.data(), digits.data() + digits.size(), position).ec != std::errc())
       position = 0;
-    if (position < 1 || position > fields.Count()) Error(msg::WrongSQL);
+    if (position < 1 || position > fields.Count()) Error(pecWrongSQL);
     Next();
     ReadSortOrder(*fields[position - 1], index);
     if (scanner_.EOS() || !Is(",")) break;
@@ -491,9 +529,9 @@ void TWSQLParser::ProcessOrderByNames() {
   TSQLResultFieldList& fields = result_->ResultFields;
   for (int index = 1;; ++index) {
     const int line = scanner_.GetTokLine();
-    if (scanner_.GetTokType() == ttNumber) Error(msg::WrongSQL);  // names and numbers are not mixed
+    if (scanner_.GetTokType() == ttNumber) Error(pecWrongSQL);  // names and numbers are not mixed
     const std::string item = ReadExpression({"asc", "desc", ";"});
-    if (item.empty()) Error(msg::WrongSQL);
+    if (item.empty()) Error(pecWrongSQL);
     int found = -1;
     const std::string squeezed = BlanklessLowerCase(item);
     for (int i = 0; i < fields.Count() && found < 0; ++i) {
@@ -506,7 +544,7 @@ void TWSQLParser::ProcessOrderByNames() {
       AddResultField(item, "");
       found = fields.Count() - 1;
     }
-    if (found < 0) ErrorAtLine(msg::WrongSQL, line);
+    if (found < 0) ErrorAtLine(pecWrongSQL, line);
     ReadSortOrder(*fields[found], index);
     if (scanner_.EOS() || !Is(",")) break;
     Next();

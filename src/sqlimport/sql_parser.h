@@ -4,8 +4,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "foundation/messages.h"
+#include "foundation/error.h"
 #include "foundation/scanner.h"
 #include "foundation/strings.h"
 #include "sqlimport/sql_parse_tree.h"
@@ -28,7 +29,8 @@ class TWSQLParser {
 
   void SetSQL(const TStrings& lines) { sql_ = lines; }
   [[nodiscard]] const TStrings& SQL() const { return sql_; }
-  /// Reads SQL into Result. Raises ESQLParserError for text it cannot read;
+  /// Reads SQL into Result, the whole text or nothing: raises ESQLParserError
+  /// for text it cannot read, text left over after the statement included;
   /// the result is then incomplete and the parser is thrown away.
   void Parse();
   [[nodiscard]] TWParserResult& Result() { return *result_; }
@@ -54,16 +56,30 @@ class TWSQLParser {
   void ProcessBoolFactor(TSQLBracket& bracket);
   void ProcessCondition(TSQLBracket& bracket, bool negate);
   std::string ProcessConditionValue(bool& isSubQuery);
-  /// Raises ESQLParserError: the message, CR LF, "Line:" and the current line.
-  [[noreturn]] void Error(std::string_view message) const;
+  /// Raises ESQLParserError of the kind: its message, CR LF, "Line:" and the
+  /// current token's line.
+  [[noreturn]] void Error(TSQLParserErrorCode code) const;
 
  private:
   [[nodiscard]] bool Is(std::string_view word) const { return scanner_.GetTokStr() == word; }
-  /// Moves on; a string or quoted name that is never closed is bad SQL.
+  /// Moves on. A bracket without a partner is lost wherever the reading
+  /// passes it; a string or quoted name that is never closed is bad SQL.
   void Next() {
+    if (AtLostBracket()) Error(pecLostBracket);
     scanner_.NextToken();
-    if (scanner_.GetTokType() == ttUnclosed) Error(msg::WrongSQL);
+    if (scanner_.GetTokType() == ttUnclosed) Error(pecWrongSQL);
   }
+  /// Marks every bracket of the text that has no partner, then goes back to
+  /// the first token.
+  void FindLostBrackets();
+  [[nodiscard]] bool AtLostBracket() const {
+    TWScannerBookmark at;
+    scanner_.GetBookmark(at);
+    return at.Token < lost_.size() && lost_[at.Token];
+  }
+  /// What is left after the last clause: a ";" may end the statement, and
+  /// anything else is an error.
+  void ProcessEnd();
   [[nodiscard]] bool AtJoin() const;
   [[nodiscard]] bool AtClause() const;
   std::string ProcessTableName();
@@ -78,12 +94,13 @@ class TWSQLParser {
   void ProcessOrderByNumbers();
   void ProcessOrderByNames();
   void ReadSortOrder(TSQLResultField& field, int index);
-  [[noreturn]] void ErrorAtLine(std::string_view message, int line) const;
+  [[noreturn]] void ErrorAtLine(TSQLParserErrorCode code, int line) const;
 
   TStrings sql_;
   TWScanner scanner_;
   std::unique_ptr<TWParserResult> result_;
-  int depth_ = 0;  // brackets entered by the condition being read
+  int depth_ = 0;           // brackets entered by the condition being read
+  std::vector<bool> lost_;  // per token: a bracket without a partner
 };
 
 }  // namespace ts4

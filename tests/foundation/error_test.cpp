@@ -28,8 +28,7 @@ TEST(ErrorBase, FormattingConstructorFillsTheMessage) {
 template <typename E>
 class ErrorDerived : public ::testing::Test {};
 
-using DerivedErrors =
-    ::testing::Types<ts4::EWDBStructError, ts4::EWQueryPanelError, ts4::ESQLParserError, ts4::EWDBInfoError>;
+using DerivedErrors = ::testing::Types<ts4::EWDBStructError, ts4::EWQueryPanelError, ts4::EWDBInfoError>;
 TYPED_TEST_SUITE(ErrorDerived, DerivedErrors);
 
 TYPED_TEST(ErrorDerived, CaughtAsBaseAndAsRuntimeError) {
@@ -40,6 +39,27 @@ TYPED_TEST(ErrorDerived, CaughtAsBaseAndAsRuntimeError) {
     EXPECT_STREQ(e.what(), "Invalid table index 12");
   }
   EXPECT_THROW(throw TypeParam(0, std::string("x")), std::runtime_error);
+}
+
+// The parser's error: the code names the kind, the line is a member, and the
+// message is the kind's text from the table, CR LF, "Line:" and the line.
+TEST(ErrorParser, CodeOfTheKindLineAndDocumentedMessage) {
+  const struct {
+    ts4::ESQLParserError error;
+    int code;
+    int line;
+    const char* message;
+  } cases[] = {
+      {{ts4::pecWrongSQL, 3}, 1, 3, "Wrong SQL statement\r\nLine:3"},
+      {{ts4::pecLostBracket, 12}, 2, 12, "Lost bracket\r\nLine:12"},
+      {{ts4::pecNestingTooDeep, 1, 1000}, 3, 1, "Brackets are nested more than 1000 levels deep\r\nLine:1"},
+  };
+  for (const auto& c : cases) {
+    const ts4::EWTessalyError& base = c.error;
+    EXPECT_EQ(base.ErrorCode(), c.code);
+    EXPECT_EQ(c.error.Line(), c.line);
+    EXPECT_STREQ(base.what(), c.message);
+  }
 }
 
 }  // namespace

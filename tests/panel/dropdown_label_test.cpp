@@ -18,6 +18,7 @@
 #include "panel/dropdown_edit.h"
 #include "panel/dropdown_list.h"
 #include "panel/silent_edit.h"
+#include "test_support.h"
 
 namespace {
 
@@ -180,7 +181,9 @@ TEST(DropDownEdit, ValueTypesAndCaseOptionsFilterTyping) {
     QTest::keyClick(edit, Qt::Key_Return);
     EXPECT_EQ(label.Value().toStdString(), c.value) << c.typed;
   }
-  EXPECT_THROW(ts4::TDropDownEdit().SetOption(3, true), ts4::EDDLabelError);
+  ts4test::ExpectError<ts4::EDDLabelError>([] { ts4::TDropDownEdit().SetOption(3, true); }, 0,
+                                           "Unknown edit option 3");
+  ts4test::ExpectIndexError([] { ts4::TDropDownList().SetItemIndex(0); }, 0);  // the library's error and text
 }
 
 TEST(DropDownMaskEdit, TheValueIsTheTypedOrTheFormattedText) {

@@ -212,10 +212,15 @@ TEST(ParseSQL, BadStatementsLeaveTheQueryAsItWas) {
     int Code;
     std::string_view Message;
   } cases[] = {
-      {"DELETE FROM CUSTOMERS", 0, "Wrong SQL statement\r\nLine:1"},
-      {"SELECT C.CITY as \"City\nFROM CUSTOMERS C", 0, "Wrong SQL statement\r\nLine:1"},  // never closed
-      {"SELECT C.CITY, \nFROM CUSTOMERS C", 0, "Wrong SQL statement\r\nLine:2"},
-      {"SELECT *\nFROM CUSTOMERS C\nWHERE NOT (C.CITY = 'a' C.CITY = 'b')", 0, "Lost bracket\r\nLine:3"},
+      {"DELETE FROM CUSTOMERS", pecWrongSQL, "Wrong SQL statement\r\nLine:1"},
+      {"SELECT C.CITY as \"City\nFROM CUSTOMERS C", pecWrongSQL,
+       "Wrong SQL statement\r\nLine:1"},  // never closed
+      {"SELECT C.CITY, \nFROM CUSTOMERS C", pecWrongSQL, "Wrong SQL statement\r\nLine:2"},
+      {"SELECT *\nFROM CUSTOMERS C\nWHERE NOT (C.CITY = 'a' C.CITY = 'b')", pecLostBracket,
+       "Lost bracket\r\nLine:3"},
+      {"SELECT C.CITY FROM CUSTOMERS C\nORDER BY 1\nLIMIT 5", pecWrongSQL, "Wrong SQL statement\r\nLine:3"},
+      {"SELECT * FROM CUSTOMERS C\nWHERE (C.CITY = 'a' AND C.CUST_ID = 2", pecLostBracket,
+       "Lost bracket\r\nLine:2"},
       {"SELECT * FROM CUSTOMERS C WHERE X.NOPE = 1", qecUnknownExprField,
        "Unknown field in expression: X.NOPE"},
       {"SELECT * FROM CUSTOMERS C WHERE C.CITY = 'a' || 'b'", qecUnreadableCondition,

@@ -24,9 +24,22 @@ std::unique_ptr<TWSQLParser> Parsed(std::string_view sql) {
   return parser;
 }
 
-void ExpectParseError(std::string_view sql, const std::string& message) {
-  ts4test::ExpectError<ts4::ESQLParserError>([&] { Parsed(sql); }, ts4::gecGeneral, message);
+// The parser's error of that kind at that line: code, line and the documented message.
+void ExpectParseError(std::string_view sql, int code, int line) {
+  const char* messages[] = {"", "Wrong SQL statement", "Lost bracket",
+                            "Brackets are nested more than 1000 levels deep"};
+  try {
+    Parsed(sql);
+    ADD_FAILURE() << "no error";
+  } catch (const ts4::ESQLParserError& e) {
+    EXPECT_EQ(e.ErrorCode(), code);
+    EXPECT_EQ(e.Line(), line);
+    EXPECT_EQ(std::string(e.what()), messages[code] + std::string("\r\nLine:") + std::to_string(line));
+  }
 }
+constexpr int Wrong = ts4::pecWrongSQL;
+constexpr int Lost = ts4::pecLostBracket;
+constexpr int Deep = ts4::pecNestingTooDeep;
 
 // A tree in one line: "and[a = 1, not or[b = 2, c = 3]]"; a condition is
 // Expr, operator and value, with "not " when negated.
@@ -130,7 +143,6 @@ TEST(SQLParser, WhereTrees) {
       {"a is not null and b is null", "and[a is not null, b is null]"},
       {"a = \"x y\"", "[a = 'x y']"},
       {"Upper(t.A || 'x') >= 'B' -- note\n and b = 'it''s'", "and[Upper(t.A || 'x') >= 'B', b = 'it''s']"},
-      {"a = 1; trailing", "[a = 1]"},
       {"NOT (a = 1 OR b = 2)", "not or[a = 1, b = 2]"},
       {"not (not (a = 1 or b = 2))", "or[a = 1, b = 2]"},
       {"c = 3 and not (a = 1 or not (b = 2 and (d = 4 or e = 5)))",
@@ -161,14 +173,13 @@ std::string Nested(int levels, std::string_view open, std::string_view inner, st
 
 // The builder writes its root bracket and up to 1000 levels inside it.
 TEST(SQLParser, NestingIsBounded) {
-  const std::string tooDeep = "Brackets are nested more than 1000 levels deep\r\nLine:1";
   EXPECT_EQ(Tree(*Parsed(Nested(1001, "(", "a = 1", ")"))->Result().Where), "[a = 1]");
   EXPECT_EQ(Tree(*Parsed(Nested(1001, " NOT (\n", "a = 1 OR\nb = 2\n", ")\n"))->Result().Where),
             "not or[a = 1, b = 2]");
-  ExpectParseError(Nested(1002, "(", "a = 1", ")"), tooDeep);
-  ExpectParseError(Nested(1002, "not (", "a = 1 or b = 2", ")"), tooDeep);
-  ExpectParseError(Nested(100000, "(", "a = 1", ")"), tooDeep);
-  ExpectParseError(Nested(5000, "(", "a = 1", ""), "Wrong SQL statement\r\nLine:1");
+  ExpectParseError(Nested(1002, "(", "a = 1", ")"), Deep, 1);
+  ExpectParseError(Nested(1002, "not (", "a = 1 or b = 2", ")"), Deep, 1);
+  ExpectParseError(Nested(100000, "(", "a = 1", ")"), Deep, 1);
+  ExpectParseError(Nested(5000, "(", "a = 1", ""), Lost, 1);
   EXPECT_EQ(Tree(*Parsed(Nested(100000, "not ", "a = 1", ""))->Result().Where), "[a = 1]");
   EXPECT_EQ(Tree(*Parsed(Nested(1001, "not ", "a = 1", ""))->Result().Where), "[not a = 1]");
 }
@@ -189,37 +200,61 @@ TEST(SQLParser, OrderByNames) {
   EXPECT_EQ(Fields(*Parsed("select * from T order by a.x desc, b;")), "a.x/x//2/1;b/b//1/2;");
 }
 
-TEST(SQLParser, ErrorsNameTheLine) {
+TEST(SQLParser, ErrorsNameTheirKindAndLine) {
   struct Case {
     const char* sql;
-    const char* message;
+    int code;
+    int line;
   };
   const Case cases[] = {
-      {"selec * from T", "Wrong SQL statement\r\nLine:1"},
-      {"select *\nT", "Wrong SQL statement\r\nLine:2"},
-      {"select * from", "Wrong SQL statement\r\nLine:1"},
-      {"select * from A left B on x = 1", "Wrong SQL statement\r\nLine:1"},
-      {"select * from A inner B on x = 1", "Wrong SQL statement\r\nLine:1"},
-      {"select * from A join B b c on x = 1", "Wrong SQL statement\r\nLine:1"},
-      {"select * from T where a", "Wrong SQL statement\r\nLine:1"},
-      {"select * from T where\na =", "Wrong SQL statement\r\nLine:2"},
-      {"select * from T where a between 1 or 2", "Wrong SQL statement\r\nLine:1"},
-      {"select * from T where (a = 1 or b = 2\n c = 3)", "Lost bracket\r\nLine:2"},
-      {"select * from T where not (a = 1 x = 2)", "Lost bracket\r\nLine:1"},
-      {"select * from T group a", "Wrong SQL statement\r\nLine:1"},
-      {"select * from T group by a, order by 1", "Wrong SQL statement\r\nLine:1"},
-      {"select * from T order a", "Wrong SQL statement\r\nLine:1"},
-      {"select a from T order by 0", "Wrong SQL statement\r\nLine:1"},
-      {"select a from T order by 2", "Wrong SQL statement\r\nLine:1"},
-      {"select a from T order by 99999999999999999999", "Wrong SQL statement\r\nLine:1"},
-      {"select a, b from T order by 1, b", "Wrong SQL statement\r\nLine:1"},
-      {"select a, b from T order by a, 2", "Wrong SQL statement\r\nLine:1"},
-      {"select a.X from A a\nwhere a.X = 1\norder by\n a.Y", "Wrong SQL statement\r\nLine:4"},
-      {"select SUM(I.Q) from I order by I", "Wrong SQL statement\r\nLine:1"},
+      {"selec * from T", Wrong, 1},
+      {"select *\nT", Wrong, 2},
+      {"select * from", Wrong, 1},
+      {"select * from A left B on x = 1", Wrong, 1},
+      {"select * from A inner B on x = 1", Wrong, 1},
+      {"select * from A join B b c on x = 1", Wrong, 1},
+      {"select * from T where a", Wrong, 1},
+      {"select * from T where\na =", Wrong, 2},
+      {"select * from T where a between 1 or 2", Wrong, 1},
+      {"select * from T where (a = 1 or b = 2\n c = 3)", Lost, 2},
+      {"select * from T where not (a = 1 x = 2)", Lost, 1},
+      {"select * from T group a", Wrong, 1},
+      {"select * from T group by a, order by 1", Wrong, 1},
+      {"select * from T order a", Wrong, 1},
+      {"select a from T order by 0", Wrong, 1},
+      {"select a from T order by 2", Wrong, 1},
+      {"select a from T order by 99999999999999999999", Wrong, 1},
+      {"select a, b from T order by 1, b", Wrong, 1},
+      {"select a, b from T order by a, 2", Wrong, 1},
+      {"select a.X from A a\nwhere a.X = 1\norder by\n a.Y", Wrong, 4},
+      {"select SUM(I.Q) from I order by I", Wrong, 1},
+      {"select * from T where a = 'x", Wrong, 1},  // a string never closed
+      // Text left over after each clause, and clauses out of order.
+      {"select * from T t\nextra", Wrong, 2},
+      {"select * from T; select * from U", Wrong, 1},
+      {"select * from T where a = 1;\ntrailing", Wrong, 2},
+      {"select * from T where a = 1 and", Wrong, 1},
+      {"select a from T where a = 1\norder by 1\nwhere b = 2", Wrong, 3},
+      {"select a from T group by a\nhaving count(*) > 1", Wrong, 2},
+      {"select * from T where a = 5\nlimit 10", Wrong, 2},   // not taken into the value
+      {"select * from T order by a.x\nlimit 5", Wrong, 2},   // nor into a sort field
+      {"select * from T\nunion select * from U", Wrong, 2},  // nor as an alias
+      {"select a from T group by a order by 1 nulls last", Wrong, 1},
+      {"select a from T order by a desc\n;;", Wrong, 2},
+      // Brackets never closed, at several depths, and closing brackets never opened.
+      {"select * from T\nwhere (a = 1 and b = 2", Lost, 2},
+      {"select * from T where ((a = 1 or b = 2) and c = 3", Lost, 1},
+      {"select * from T where (a = 1 or b = 2) and\n((c = 3 or\n(d = 4 and e = 5)\n)", Lost, 2},
+      {"select * from T where a = 1 and\nnot (b = 2", Lost, 2},
+      {"select * from T where a in (select x from U\nwhere (y = 1)", Lost, 1},
+      {"select count(x\nfrom T", Lost, 1},
+      {"select * from (A a\njoin B b on a.x = b.x", Lost, 1},
+      {"select * from T where a = 1)", Lost, 1},
+      {"select count(x)) from T", Lost, 1},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.sql);
-    ExpectParseError(c.sql, c.message);
+    ExpectParseError(c.sql, c.code, c.line);
   }
 }
 

@@ -198,6 +198,12 @@ TEST(Cli, LibraryErrorsGiveStatusOneAndTheMessage) {
        "SELECT *\nFROM CUSTOMERS C\nWHERE (C.CITY = 'a' C.CITY = 'b')",
        "ts4: Lost bracket\r\nLine:3\n"},
       {{"parse", Structure, "-"},
+       "SELECT * FROM CUSTOMERS C\nWHERE (C.CITY = 'a'",
+       "ts4: Lost bracket\r\nLine:2\n"},
+      {{"parse", Structure, "-"},
+       "SELECT C.CITY FROM CUSTOMERS C\nLIMIT 5",
+       "ts4: Wrong SQL statement\r\nLine:2\n"},
+      {{"parse", Structure, "-"},
        "SELECT * FROM CUSTOMERS C WHERE C.NOPE = 1",
        "ts4: Unknown field in expression: C.NOPE\n"},
   };
