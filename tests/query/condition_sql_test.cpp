@@ -29,25 +29,14 @@ TEST_P(ConditionText, RendersOneLine) {
 
 INSTANTIATE_TEST_SUITE_P(
     DefaultOperators, ConditionText,
-    testing::Values(ConditionCase{"CITY", "Equal", "Riga", "", "C.CITY = 'Riga'"},
-                    ConditionCase{"CUST_NO", "Equal", "5", "",
-                                  "C.CUST_NO = 5"},  // quotes dropped for numbers
+    // The rest of each template's meaning is run on SQLite (SQLiteStatements); what
+    // the engine would forgive is written here: quotes on numbers, text that is no date.
+    testing::Values(ConditionCase{"CUST_NO", "Equal", "5", "", "C.CUST_NO = 5"},
                     ConditionCase{"TOTAL", "GreaterThan", "2.5", "", "O.TOTAL >2.5"},
-                    ConditionCase{"NAME", "NotEqual", "O'Brien", "", "C.NAME <> 'O''Brien'"},
-                    ConditionCase{"QTY", "LessOrEqual", "3", "", "I.QTY <= 3"},
-                    ConditionCase{"NAME", "IsNull", "", "", "C.NAME is null"},
                     ConditionCase{"CUST_NO", "InList", "1,2,3", "", "C.CUST_NO in (1,2,3)"},
                     ConditionCase{"NAME", "InList", "1,2,3", "", "C.NAME in ('1','2','3')"},
-                    ConditionCase{"NAME", "InList", "\"a b\",O'Neil", "", "C.NAME in ('a b','O''Neil')"},
-                    ConditionCase{"NAME", "StartsWith", "Sm", "", "C.NAME like 'Sm%'"},
-                    ConditionCase{"NAME", "NotStartsWith", "Sm", "", "not(C.NAME like 'Sm%')"},
-                    ConditionCase{"NAME", "Contains", "mit", "", "C.NAME like '%mit%'"},
-                    ConditionCase{"NAME", "NotContains", "mit", "", "not(C.NAME like '%mit%')"},
-                    ConditionCase{"QTY", "Between", "1", "5", "I.QTY between 1 and 5"},
-                    ConditionCase{"SINCE", "Equal", "2000-01-02", "", "C.SINCE = '2000-01-02'"},
                     ConditionCase{"PLACED", "Between", "2000-01-02", "2000-01-03 12:30",
                                   "O.PLACED between '2000-01-02 00:00:00' and '2000-01-03 12:30:00'"},
-                    // Text that is no date goes in as typed, quotes doubled.
                     ConditionCase{"SINCE", "Equal", "today's", "", "C.SINCE = 'today''s'"}));
 
 TEST(ConditionText, DatesFollowTheStructuresFormats) {
@@ -112,51 +101,6 @@ TEST(ConditionText, HandlerAndBracketOption) {
   };
   EXPECT_EQ(WhereLines(query), (Lines{" (", "(C.CITY = 'Riga') AND", "(I.QTY = 3)", ")"}));
   EXPECT_EQ(calls, 2);
-}
-
-// Root: a, bracket(b, c), d; the enabled rows are joined by their bracket's link type.
-TEST(BracketText, JoinsEnabledRows) {
-  const struct {
-    ts4::TFilterLinkType rootLink;
-    ts4::TFilterLinkType innerLink;
-    bool disableFirst;
-    bool emptyInner;
-    Lines expected;
-  } cases[] = {
-      {ts4::fltAll,
-       ts4::fltAny,
-       false,
-       false,
-       {" (", "C.CITY = 'a' AND", " (", "C.CITY = 'b' OR", "C.CITY = 'c'", ") AND", "C.CITY = 'd'", ")"}},
-      {ts4::fltNone,
-       ts4::fltNotAll,
-       false,
-       false,
-       {" NOT (", "C.CITY = 'a' OR", " NOT (", "C.CITY = 'b' AND", "C.CITY = 'c'", ") OR", "C.CITY = 'd'",
-        ")"}},
-      {ts4::fltAny,
-       ts4::fltAll,
-       true,
-       false,
-       {" (", " (", "C.CITY = 'b' AND", "C.CITY = 'c'", ") OR", "C.CITY = 'd'", ")"}},
-      // An empty bracket leaves no trace.
-      {ts4::fltAll, ts4::fltNone, false, true, {" (", "C.CITY = 'a' AND", "C.CITY = 'd'", ")"}},
-  };
-  for (const auto& c : cases) {
-    TSampleStructure s;
-    ts4::TWQuery query(&s.db);
-    ts4::TFilterBracket& root = query.Root();
-    root.SetLinkType(c.rootLink);
-    s.Cond(root, "CITY", "Equal", "a").SetEnabled(!c.disableFirst);
-    ts4::TFilterBracket& inner = *root.AddBracket();
-    inner.SetLinkType(c.innerLink);
-    if (!c.emptyInner) {
-      s.Cond(inner, "CITY", "Equal", "b");
-      s.Cond(inner, "CITY", "Equal", "c");
-    }
-    s.Cond(root, "CITY", "Equal", "d");
-    EXPECT_EQ(WhereLines(query), c.expected);
-  }
 }
 
 TEST(BracketText, RowsThatWriteNothing) {

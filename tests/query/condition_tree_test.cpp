@@ -205,24 +205,6 @@ TEST(ConditionTree, BracketsFollowTheirRowsEnabledState) {
   EXPECT_TRUE(inner->Enabled());
 }
 
-TEST(ConditionTree, CheckIfAllDisabled) {
-  struct Case {
-    bool bracketOn;
-    std::vector<bool> children;
-    bool expected;
-  };
-  const Case cases[] = {{true, {}, false},     {true, {false, false}, false}, {true, {false, true}, true},
-                        {false, {true}, true}, {false, {false}, false},       {false, {}, false}};
-  for (const Case& c : cases) {
-    ts4::TWQuery query;
-    ts4::TFilterBracket* bracket = query.Root().AddBracket();
-    bracket->SetEnabled(c.bracketOn);
-    for (bool on : c.children) bracket->AddCond()->SetEnabled(on);
-    bracket->CheckIfAllDisabled();
-    EXPECT_EQ(bracket->Enabled(), c.expected);
-  }
-}
-
 TEST(ConditionTree, NestingIsBounded) {
   TSampleStructure s;
   ts4::TWQuery query(&s.db);

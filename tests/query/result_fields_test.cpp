@@ -39,22 +39,6 @@ TEST(ResultField, SQLOfFormulas) {
   }
 }
 
-TEST(ResultField, SelectExpressionAndQuoting) {
-  TSampleStructure s;
-  ts4::TSQLFormats formats;
-  formats.SetQuoteSymbol1('[');
-  formats.SetQuoteSymbol2(']');
-  s.db.SetSQLFormats(formats);
-  ts4::TRFieldList list(&s.db);
-  ts4::TResultField* field = list.Add(s.Field("NAME"));
-  EXPECT_EQ(field->GetSelectExpr(), "C.NAME");
-  field->SetAlias("CustName");
-  EXPECT_EQ(field->GetSelectExpr(), "C.NAME as CustName");
-  list.SetQuoteAliases(true);
-  EXPECT_EQ(field->GetSelectExpr(), "C.NAME as [CustName]");
-  EXPECT_EQ(ts4::TResultField().GetQuoteSymbol(1), '"');
-}
-
 TEST(ResultField, ExpressionsWithCaptions) {
   TSampleStructure s;
   s.db.AddField(ts4::wfkData, "NAME", "NAME", &s.Table("I"));  // a second field captioned NAME

@@ -61,36 +61,6 @@ TEST(Statement, WhereOnlyWhenSomethingFollows) {
   EXPECT_EQ(query.QResult().GetJoinConditions(), "   (C.CUST_NO=O.CUST_NO (+) )");
 }
 
-struct JoinWordCase {
-  ts4::TDSLinkType type;
-  const char* main;
-  const char* expected;
-};
-
-class JoinWord : public testing::TestWithParam<JoinWordCase> {};
-
-// The word depends on the link type and on which end of the link the joined table is.
-TEST_P(JoinWord, DependsOnTheJoinedEnd) {
-  const JoinWordCase& c = GetParam();
-  TSampleStructure s;
-  s.customerOrders->SetLinkType(c.type);
-  ts4::TWQuery query(&s.db);
-  query.SetMainTableName(c.main);
-  query.QResult().ResultFields().Add(s.Field("NAME"));
-  query.QResult().ResultFields().Add(s.Field("TOTAL"));
-  EXPECT_EQ(Statement(query).at(2), c.expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    LinkTypes, JoinWord,
-    testing::Values(
-        JoinWordCase{ts4::ltInner, "C", "     INNER JOIN ORDERS O ON (C.CUST_NO=O.CUST_NO)"},
-        JoinWordCase{ts4::ltOuterLeft, "C", "     LEFT OUTER JOIN ORDERS O ON (C.CUST_NO=O.CUST_NO)"},
-        JoinWordCase{ts4::ltOuterLeft, "O", "     RIGHT OUTER JOIN CUSTOMER C ON (C.CUST_NO=O.CUST_NO)"},
-        JoinWordCase{ts4::ltOuterRight, "C", "     RIGHT OUTER JOIN ORDERS O ON (C.CUST_NO=O.CUST_NO)"},
-        JoinWordCase{ts4::ltOuterRight, "O", "     LEFT OUTER JOIN CUSTOMER C ON (C.CUST_NO=O.CUST_NO)"},
-        JoinWordCase{ts4::ltOuterFull, "O", "     FULL JOIN CUSTOMER C ON (C.CUST_NO=O.CUST_NO)"}));
-
 TEST(Statement, TablesFollowPathsAndJoinAfterTheirPartner) {
   TSampleStructure s;
   ts4::TDSTable* pay = s.db.AddTable("PAYMENT", "P");

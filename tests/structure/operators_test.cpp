@@ -28,18 +28,6 @@ const std::vector<std::string> AllThirteen = {
     "Equal",  "NotEqual",   "LessThan",      "LessOrEqual", "GreaterThan", "GreaterOrEqual", "IsNull",
     "InList", "StartsWith", "NotStartsWith", "Contains",    "NotContains", "Between"};
 
-TEST(StandardSet, NewStructureHasAllThirteenInOrder) {
-  TWDBStructure db;
-  EXPECT_EQ(OperatorNames(db), AllThirteen);
-  EXPECT_EQ(db.ExOperators(),
-            (ts4::TExOperators{ts4::xoInList, ts4::xoBetween, ts4::xoStartsWith, ts4::xoContains}));
-  ASSERT_EQ(db.DefOperators().Count(), 13);
-  EXPECT_EQ(db.DefOperators()[0], "Equal=is equal to");
-  EXPECT_EQ(db.DefOperators()[12], "Between=is between");
-  EXPECT_EQ(db.GetDefOperator("NotStartsWith"), "does not start with");
-  EXPECT_EQ(db.GetDefOperator("Nothing"), "");
-}
-
 TEST(StandardSet, UpdateRestoresTemplateAndNoUpdateDuplicates) {
   TWDBStructure db;
   db.Operators(0)->SetSQLName("@f == '@1'");

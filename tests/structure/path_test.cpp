@@ -30,50 +30,6 @@ TWDBStructure& WithTables(TWDBStructure& db, std::initializer_list<const char*> 
   return db;
 }
 
-// The shortest chain of links, the first by link order among equal ones, aliases compared ignoring
-// case. Tables and paths are written as their one-letter aliases, links as pairs of them.
-TEST(GetPath, TakesTheShortestChainFirstByLinkOrder) {
-  const struct {
-    const char* what;
-    std::string tables;
-    std::string links;
-    const char* from;
-    const char* to;
-    std::string expected;
-  } cases[] = {
-      {"linked the other way", "AB", "BA", "B", "A", "BA"},
-      {"tie", "PQRS", "PQ QR PS SR", "P", "R", "PQR"},
-      {"tie, S first", "PQRS", "PS SR PQ QR", "P", "R", "PSR"},
-      {"shorter later", "ABCD", "AB BC CD AD", "A", "D", "AD"},
-      {"case", "AB", "AB", "a", "b", "AB"},
-      // Without a self-link the way back to a table goes to its first linked neighbour.
-      {"to itself", "ABC", "AB CA", "A", "A", "ABA"},
-      {"to itself, linked last", "ABC", "AB CA", "C", "C", "CAC"},
-      {"self-link", "ABC", "AB CA AA", "A", "A", "AA"},
-  };
-  for (const auto& c : cases) {
-    TWDBStructure db;
-    for (const char alias : c.tables) db.AddTable(std::string("t_") + alias, std::string(1, alias));
-    for (std::size_t i = 0; i + 1 < c.links.size(); i += 3)
-      db.AddLink(*db.Tables(static_cast<int>(c.tables.find(c.links[i]))),
-                 *db.Tables(static_cast<int>(c.tables.find(c.links[i + 1]))), "Id", "Id");
-    std::string path;
-    for (const std::string& alias : PathAliases(db.GetPath(c.from, c.to))) path += alias;
-    EXPECT_EQ(path, c.expected) << c.what;
-  }
-}
-
-TEST(GetPath, Failures) {
-  TWDBStructure db;
-  WithTables(db, {"A", "B", "C", "Lone"});
-  Link(db, "A", "B");
-  ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("A", "C"); }, 5,
-                                    "Can not find path between tables");
-  ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("nowhere", "A"); }, 4, "No such table nowhere");
-  ExpectError<ts4::EWDBStructError>([&] { (void)db.GetPath("Lone", "Lone"); }, 5,
-                                    "Can not find path between tables");
-}
-
 TEST(GetPath, ResultIsTheStructuresOwnPathOverwrittenByTheNextCall) {
   TWDBStructure db;
   WithTables(db, {"A", "B", "C"});

@@ -490,29 +490,6 @@ TEST(StructureFileLocale, VersionIsWrittenWithAPoint) {
   EXPECT_TRUE(db.RootFieldsFirst()) << "3.3 is read as at least 2.62";
 }
 
-TEST(StructureFileText, FilesAndTheSingleString) {
-  Shop shop;
-  ts4::TWDBStructure fromFile;
-  fromFile.SetDatabaseInfo(&shop.info);
-  std::string path;
-  {
-    const ts4test::TTempFile file("shop.str");
-    path = file.Name();
-    shop.db.SaveToFile(path);
-    fromFile.LoadFromFile(path);
-  }
-  EXPECT_EQ(fromFile.GetStructString(), shop.db.GetStructString());
-  ExpectError([&] { fromFile.LoadFromFile(path); }, 0, "Cannot open file \"" + path + "\"");
-
-  // Line feeds alone split the single string as well as CR LF.
-  std::string text;
-  for (const std::string& line : ShopText) text += line + "\n";
-  ts4::TWDBStructure fromString;
-  fromString.SetDatabaseInfo(&shop.info);
-  fromString.SetStructString(text);
-  EXPECT_EQ(fromString.GetStructString(), shop.db.GetStructString());
-}
-
 // The text goes through its joined form, as through a file, so that a line
 // break the writer let through would split its line.
 TEST(StructureFileRoundTrip, RandomStructuresReadBackToTheSameText) {
