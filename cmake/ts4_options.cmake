@@ -10,6 +10,11 @@ target_compile_options(ts4_build_options INTERFACE -Wall -Wextra -Wpedantic)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(ts4_build_options INTERFACE -Wno-restrict)
 endif()
+# Qt code states every conversion from 8-bit text (QStringLiteral, u""_s,
+# QLatin1StringView, QString::fromUtf8) and gives every connection a context
+# object. Only Qt's headers read these, so the core is unaffected. (Qt before
+# 6.7 ignores the second; keep it for the newer Qt a packager may use.)
+target_compile_definitions(ts4_build_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CONTEXTLESS_CONNECT)
 if(TS4_WERROR)
   target_compile_options(ts4_build_options INTERFACE -Werror)
 endif()

@@ -20,6 +20,8 @@
 #include "panel/silent_edit.h"
 #include "test_support.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using ts4::TDropDownLabel;
@@ -30,7 +32,7 @@ struct Shown {
   Shown() : label(new Label(&window)) {
     window.resize(300, 80);
     label->move(20, 20);
-    label->SetValue("old");
+    label->SetValue(u"old"_s);
     window.show();
   }
   QWidget window;
@@ -43,15 +45,15 @@ void Click(QWidget* widget, Qt::KeyboardModifiers modifiers = {}, Qt::MouseButto
 
 TEST(DropDownLabel, CaptionsShowTextAsItIsAndBlanksAsUnderscores) {
   TDropDownLabel label;
-  label.SetCaption("");
-  EXPECT_EQ(label.text(), "_____");
-  label.SetCaption("A&B");
-  EXPECT_EQ(label.text(), "A&B") << "no accelerator";
+  label.SetCaption(u""_s);
+  EXPECT_EQ(label.text(), u"_____"_s);
+  label.SetCaption(u"A&B"_s);
+  EXPECT_EQ(label.text(), u"A&B"_s) << "no accelerator";
   EXPECT_TRUE(label.font().underline());
   QSignalSpy changed(&label, &TDropDownLabel::valueChanged);
-  label.SetValue("Lisbon");
-  label.SetValue("Lisbon");
-  EXPECT_EQ(label.GetCaption(), "Lisbon") << "the base shows its value";
+  label.SetValue(u"Lisbon"_s);
+  label.SetValue(u"Lisbon"_s);
+  EXPECT_EQ(label.GetCaption(), u"Lisbon"_s) << "the base shows its value";
   EXPECT_EQ(changed.count(), 1) << "only changes are told";
 }
 
@@ -88,25 +90,25 @@ TEST(DropDownLabel, ClicksDropDownAltClickAndRightClick) {
 
 TEST(DropDownLabel, CustomDropDownAndBeforeDropUpDecide) {
   TDropDownLabel label;
-  label.SetValue("old");
+  label.SetValue(u"old"_s);
   QSignalSpy afterUp(&label, &TDropDownLabel::afterDropUp);
   label.OnCustomDropDown = [](TDropDownLabel&, QString& value, bool& accept) {
-    value = "chosen";
+    value = u"chosen"_s;
     accept = true;
   };
   label.DropDown();
   EXPECT_FALSE(label.Dropped()) << "the handler's answer drops it up at once";
-  EXPECT_EQ(label.Value(), "chosen");
+  EXPECT_EQ(label.Value(), u"chosen"_s);
   ASSERT_EQ(afterUp.count(), 1);
   EXPECT_TRUE(afterUp.at(0).at(0).toBool());
 
   label.BeforeDropUp = [](TDropDownLabel&, QString&, bool& accept) { accept = false; };
   label.OnCustomDropDown = [](TDropDownLabel&, QString& value, bool& accept) {
-    value = "vetoed";
+    value = u"vetoed"_s;
     accept = true;
   };
   label.DropDown();
-  EXPECT_EQ(label.Value(), "chosen") << "BeforeDropUp took the acceptance back";
+  EXPECT_EQ(label.Value(), u"chosen"_s) << "BeforeDropUp took the acceptance back";
   EXPECT_FALSE(afterUp.at(1).at(0).toBool());
 }
 
@@ -119,41 +121,41 @@ ts4::TSilentEdit* OpenEditor(ts4::TDropDownCustomEdit& label) {
 TEST(DropDownEdit, EnterAcceptsEscapeCancelsLeavingAccepts) {
   QDialog dialog;
   auto* label = new ts4::TDropDownEdit(&dialog);
-  auto* ok = new QPushButton("OK", &dialog);
+  auto* ok = new QPushButton(u"OK"_s, &dialog);
   ok->setDefault(true);
   ok->move(0, 40);
-  label->SetValue("old");
+  label->SetValue(u"old"_s);
   dialog.show();
   QSignalSpy okClicked(ok, &QPushButton::clicked);
   QSignalSpy afterUp(label, &TDropDownLabel::afterDropUp);
 
   ts4::TSilentEdit* edit = OpenEditor(*label);
   ASSERT_NE(edit, nullptr);
-  EXPECT_EQ(edit->text(), "old");
-  EXPECT_EQ(edit->selectedText(), "old") << "typing replaces the value";
-  QTest::keyClicks(edit, "new");
+  EXPECT_EQ(edit->text(), u"old"_s);
+  EXPECT_EQ(edit->selectedText(), u"old"_s) << "typing replaces the value";
+  QTest::keyClicks(edit, u"new"_s);
   QTest::keyClick(edit, Qt::Key_Escape);
-  EXPECT_EQ(label->Value(), "old");
-  EXPECT_EQ(label->GetCaption(), "old");
+  EXPECT_EQ(label->Value(), u"old"_s);
+  EXPECT_EQ(label->GetCaption(), u"old"_s);
   EXPECT_FALSE(afterUp.at(0).at(0).toBool()) << "cancelling still reports the drop-up";
 
   edit = OpenEditor(*label);
-  QTest::keyClicks(edit, "Porto");
+  QTest::keyClicks(edit, u"Porto"_s);
   QTest::keyClick(edit, Qt::Key_Return);
-  EXPECT_EQ(label->Value(), "Porto");
-  EXPECT_EQ(label->GetCaption(), "Porto");
+  EXPECT_EQ(label->Value(), u"Porto"_s);
+  EXPECT_EQ(label->GetCaption(), u"Porto"_s);
   EXPECT_FALSE(label->Dropped());
 
   edit = OpenEditor(*label);
-  QTest::keyClicks(edit, "Faro");
+  QTest::keyClicks(edit, u"Faro"_s);
   QFocusEvent leave(QEvent::FocusOut, Qt::MouseFocusReason);
   QApplication::sendEvent(edit, &leave);
-  EXPECT_EQ(label->Value(), "Faro") << "leaving the editor accepts";
+  EXPECT_EQ(label->Value(), u"Faro"_s) << "leaving the editor accepts";
 
   edit = OpenEditor(*label);
   edit->clear();
   QTest::keyClick(edit, Qt::Key_Enter);
-  EXPECT_EQ(label->Value(), "Faro") << "an empty input changes nothing";
+  EXPECT_EQ(label->Value(), u"Faro"_s) << "an empty input changes nothing";
   EXPECT_EQ(okClicked.count(), 0) << "the dialog's default button did not see Enter";
   EXPECT_TRUE(dialog.isVisible()) << "nor did the dialog see Escape";
 }
@@ -177,7 +179,7 @@ TEST(DropDownEdit, ValueTypesAndCaseOptionsFilterTyping) {
     label.SetAutoLowerCase(c.lower);
     ts4::TSilentEdit* edit = OpenEditor(label);
     edit->clear();
-    QTest::keyClicks(edit, c.typed);
+    QTest::keyClicks(edit, QString::fromUtf8(c.typed));
     QTest::keyClick(edit, Qt::Key_Return);
     EXPECT_EQ(label.Value().toStdString(), c.value) << c.typed;
   }
@@ -189,42 +191,42 @@ TEST(DropDownEdit, ValueTypesAndCaseOptionsFilterTyping) {
 TEST(DropDownMaskEdit, TheValueIsTheTypedOrTheFormattedText) {
   for (const bool formatted : {false, true}) {
     ts4::TDropDownMaskEdit label;
-    label.SetEditMask("!99/99/0000;1;_");
+    label.SetEditMask(u"!99/99/0000;1;_"_s);
     label.SetUseFormattedValue(formatted);
     ts4::TSilentEdit* edit = OpenEditor(label);
     edit->setCursorPosition(0);
-    QTest::keyClicks(edit, "24122026");
+    QTest::keyClicks(edit, u"24122026"_s);
     QTest::keyClick(edit, Qt::Key_Return);
-    EXPECT_EQ(label.Value(), formatted ? "24/12/2026" : "24122026");
+    EXPECT_EQ(label.Value(), formatted ? u"24/12/2026"_s : u"24122026"_s);
   }
 }
 
 TEST(DropDownDateTimeEdit, PicksDatesAndTimesAsISOText) {
   ts4::TDropDownDateTimeEdit date;
-  date.SetValue("2026-11-22");
+  date.SetValue(u"2026-11-22"_s);
   date.DropDown();
   auto* dateEdit = qobject_cast<QDateEdit*>(date.Editor());
   ASSERT_NE(dateEdit, nullptr);
   EXPECT_EQ(dateEdit->date(), QDate(2026, 11, 22));
   dateEdit->setDate(QDate(2027, 1, 5));
   QTest::keyClick(dateEdit, Qt::Key_Escape);
-  EXPECT_EQ(date.Value(), "2026-11-22") << "Escape keeps the old date";
+  EXPECT_EQ(date.Value(), u"2026-11-22"_s) << "Escape keeps the old date";
   date.DropDown();
   dateEdit = qobject_cast<QDateEdit*>(date.Editor());
   dateEdit->setDate(QDate(2027, 1, 5));
   QTest::keyClick(dateEdit, Qt::Key_Return);
-  EXPECT_EQ(date.Value(), "2027-01-05");
+  EXPECT_EQ(date.Value(), u"2027-01-05"_s);
 
   ts4::TDropDownDateTimeEdit time;
   time.SetKind(ts4::TDropDownDateTimeEdit::ekTime);
-  time.SetValue("not a time");
+  time.SetValue(u"not a time"_s);
   time.DropDown();
   auto* timeEdit = qobject_cast<QTimeEdit*>(time.Editor());
   ASSERT_NE(timeEdit, nullptr);
   EXPECT_EQ(timeEdit->time(), QTime(0, 0));
   timeEdit->setTime(QTime(14, 30));
   time.DropUp(true);
-  EXPECT_EQ(time.Value(), "14:30:00");
+  EXPECT_EQ(time.Value(), u"14:30:00"_s);
 }
 
 // Records the keys that reach a widget.
@@ -284,9 +286,9 @@ TEST(DropDownEdit, TheKeyboardOpensTheEditorAndGetsTheFocusBack) {
   auto* edit = qobject_cast<ts4::TSilentEdit*>(label->Editor());
   ASSERT_NE(edit, nullptr);
   ASSERT_TRUE(edit->hasFocus());
-  QTest::keyClicks(edit, "Braga");
+  QTest::keyClicks(edit, u"Braga"_s);
   QTest::keyClick(edit, Qt::Key_Return);
-  EXPECT_EQ(label->Value(), "Braga");
+  EXPECT_EQ(label->Value(), u"Braga"_s);
   EXPECT_TRUE(label->hasFocus()) << "back where the keyboard left off";
 
   // The label may go away while its editor is open with the focus in it.
@@ -303,22 +305,22 @@ TEST(DropDownLabel, ScreenReadersReadCaptionValueAndStateAndMayOpenIt) {
   EXPECT_EQ(QAccessible::queryAccessibleInterface(std::make_unique<TDropDownLabel>().get())->role(),
             QAccessible::Button);
   ts4::TDropDownList list;
-  list.AddItem({}, "Lisbon", "LIS");
-  list.SetValue("LIS");
+  list.AddItem({}, u"Lisbon"_s, u"LIS"_s);
+  list.SetValue(u"LIS"_s);
   QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&list);
   ASSERT_NE(accessible, nullptr);
   EXPECT_EQ(accessible->role(), QAccessible::ComboBox);
-  EXPECT_EQ(accessible->text(QAccessible::Name), "Lisbon");
-  EXPECT_EQ(accessible->text(QAccessible::Value), "LIS");
+  EXPECT_EQ(accessible->text(QAccessible::Name), u"Lisbon"_s);
+  EXPECT_EQ(accessible->text(QAccessible::Value), u"LIS"_s);
   accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_TRUE(list.Dropped());
   EXPECT_TRUE(accessible->state().expanded);
   list.DropUp(false);
-  list.SetValue("Porto");
-  EXPECT_EQ(accessible->text(QAccessible::Name), "Porto") << "the name follows the value";
+  list.SetValue(u"Porto"_s);
+  EXPECT_EQ(accessible->text(QAccessible::Name), u"Porto"_s) << "the name follows the value";
 
-  list.SetValue("");
-  EXPECT_EQ(accessible->text(QAccessible::Name), "") << "the blank reads as no caption";
+  list.SetValue(u""_s);
+  EXPECT_EQ(accessible->text(QAccessible::Name), u""_s) << "the blank reads as no caption";
   list.SetFixed(true);
   EXPECT_TRUE(accessible->state().readOnly);
   EXPECT_TRUE(accessible->state().focusable) << "still there to be read";

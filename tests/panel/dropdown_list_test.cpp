@@ -9,33 +9,35 @@
 #include "panel/dropdown_popup.h"
 #include "panel/popup_menu.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using ts4::TDropDownList;
 
 template <typename Label>
 void Fill(Label& label) {
-  label.AddItem("", "Lisbon", "LIS");
-  label.AddItem("Spain", "Madrid", "MAD");
-  label.AddItem("Spain", "Barcelona", "BCN");
-  label.AddItem("", "Faro");  // no value: stands for its text
+  label.AddItem(u""_s, u"Lisbon"_s, u"LIS"_s);
+  label.AddItem(u"Spain"_s, u"Madrid"_s, u"MAD"_s);
+  label.AddItem(u"Spain"_s, u"Barcelona"_s, u"BCN"_s);
+  label.AddItem(u""_s, u"Faro"_s);  // no value: stands for its text
 }
 
 TEST(DropDownList, ItemsValuesGroupsAndTheCaptionOfTheValue) {
   TDropDownList list;
   Fill(list);
-  EXPECT_EQ(list.Values(), (QStringList{"LIS", "MAD", "BCN", ""}));
-  ASSERT_NE(list.ItemGroups().FindByName("spain"), nullptr);
-  EXPECT_EQ(list.ItemGroups().FindByName("Spain")->Items, (std::vector<int>{1, 2}));
+  EXPECT_EQ(list.Values(), (QStringList{u"LIS"_s, u"MAD"_s, u"BCN"_s, u""_s}));
+  ASSERT_NE(list.ItemGroups().FindByName(u"spain"_s), nullptr);
+  EXPECT_EQ(list.ItemGroups().FindByName(u"Spain"_s)->Items, (std::vector<int>{1, 2}));
   EXPECT_EQ(list.ItemGroups().Count(), 1);
 
-  list.SetValue("BCN");
-  EXPECT_EQ(list.GetCaption(), "Barcelona");
+  list.SetValue(u"BCN"_s);
+  EXPECT_EQ(list.GetCaption(), u"Barcelona"_s);
   EXPECT_EQ(list.ItemIndex(), 2);
   list.SetItemIndex(3);
-  EXPECT_EQ(list.Value(), "Faro");
-  list.SetValue("XYZ");
-  EXPECT_EQ(list.GetCaption(), "XYZ") << "a value no item has is shown as it is";
+  EXPECT_EQ(list.Value(), u"Faro"_s);
+  list.SetValue(u"XYZ"_s);
+  EXPECT_EQ(list.GetCaption(), u"XYZ"_s) << "a value no item has is shown as it is";
   EXPECT_THROW(list.SetItemIndex(4), ts4::EDDLabelError);
 
   EXPECT_EQ(list.ShownOrder(), (std::vector<int>{0, 1, 2, 3}));
@@ -50,7 +52,7 @@ TEST(DropDownListBox, AClickOnAnItemChoosesItEscapeCancels) {
   QWidget window;
   auto* label = new ts4::TDropDownListBox(&window);
   Fill(*label);
-  label->SetValue("LIS");
+  label->SetValue(u"LIS"_s);
   window.show();
   QSignalSpy afterUp(label, &ts4::TDropDownLabel::afterDropUp);
 
@@ -62,29 +64,29 @@ TEST(DropDownListBox, AClickOnAnItemChoosesItEscapeCancels) {
   EXPECT_EQ(list->geometry().top(), label->mapToGlobal(QPoint(0, label->height())).y())
       << "right below the label";
   QTest::keyClick(list, Qt::Key_Escape);
-  EXPECT_EQ(label->Value(), "LIS");
+  EXPECT_EQ(label->Value(), u"LIS"_s);
   EXPECT_FALSE(afterUp.at(0).at(0).toBool());
 
   label->DropDown();
   list = label->ListBox();
   QListWidgetItem* madrid = list->item(1);
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(madrid).center());
-  EXPECT_EQ(label->Value(), "MAD");
-  EXPECT_EQ(label->GetCaption(), "Madrid");
+  EXPECT_EQ(label->Value(), u"MAD"_s);
+  EXPECT_EQ(label->GetCaption(), u"Madrid"_s);
   EXPECT_FALSE(label->Dropped());
 
   label->DropDown();
   list = label->ListBox();
   list->setCurrentRow(3);
   QTest::keyClick(list, Qt::Key_Return);
-  EXPECT_EQ(label->Value(), "Faro");
+  EXPECT_EQ(label->Value(), u"Faro"_s);
 }
 
 TEST(DropDownCheckListBox, CheckedItemsMakeTheValue) {
   QWidget window;
   auto* label = new ts4::TDropDownCheckListBox(&window);
   Fill(*label);
-  label->SetValue("MAD");
+  label->SetValue(u"MAD"_s);
   window.show();
   label->DropDown();
   auto* list = qobject_cast<ts4::TWCheckListBox*>(label->ListBox());
@@ -95,21 +97,21 @@ TEST(DropDownCheckListBox, CheckedItemsMakeTheValue) {
   QTest::keyClick(list, Qt::Key_Space);
   EXPECT_TRUE(label->Dropped()) << "checking does not close the list";
   QTest::keyClick(list, Qt::Key_Return);
-  EXPECT_EQ(label->Value(), "LIS,MAD,Faro");
-  EXPECT_EQ(label->GetCaption(), "Lisbon, Madrid, Faro");
+  EXPECT_EQ(label->Value(), u"LIS,MAD,Faro"_s);
+  EXPECT_EQ(label->GetCaption(), u"Lisbon, Madrid, Faro"_s);
 
   label->DropDown();
   list = qobject_cast<ts4::TWCheckListBox*>(label->ListBox());
   for (int row = 0; row < list->count(); ++row) list->item(row)->setCheckState(Qt::Unchecked);
   QTest::keyClick(list, Qt::Key_Escape);
-  EXPECT_EQ(label->Value(), "LIS,MAD,Faro") << "Escape keeps the choice";
+  EXPECT_EQ(label->Value(), u"LIS,MAD,Faro"_s) << "Escape keeps the choice";
   label->DropDown();
   list = qobject_cast<ts4::TWCheckListBox*>(label->ListBox());
   for (int row = 0; row < list->count(); ++row) list->item(row)->setCheckState(Qt::Unchecked);
   list->hide();  // as a click elsewhere closes it
   EXPECT_FALSE(label->Dropped());
-  EXPECT_EQ(label->Value(), "") << "closing accepts, nothing checked included";
-  EXPECT_EQ(label->GetCaption(), "_____");
+  EXPECT_EQ(label->Value(), u""_s) << "closing accepts, nothing checked included";
+  EXPECT_EQ(label->GetCaption(), u"_____"_s);
 }
 
 // The action of the open menu (or of its sub-menus) with that text.
@@ -129,11 +131,13 @@ TEST(DropDownPopup, GroupsBecomeSubMenusWithTheirImagesAndAChoiceIsAccepted) {
   QPixmap red(8, 8);
   red.fill(Qt::red);
   label->SetImages({QIcon(), QIcon(red)});
-  label->OnGetGroupImageIndex = [](const QString& group, int& index) { index = group == "Spain" ? 1 : -1; };
-  label->OnGetItemImageIndex = [](const QString&, const QString& item, int& index) {
-    index = item == "Faro" ? 1 : -1;
+  label->OnGetGroupImageIndex = [](const QString& group, int& index) {
+    index = group == u"Spain"_s ? 1 : -1;
   };
-  label->SetValue("LIS");
+  label->OnGetItemImageIndex = [](const QString&, const QString& item, int& index) {
+    index = item == u"Faro"_s ? 1 : -1;
+  };
+  label->SetValue(u"LIS"_s);
   window.show();
   QSignalSpy afterUp(label, &ts4::TDropDownLabel::afterDropUp);
 
@@ -142,7 +146,8 @@ TEST(DropDownPopup, GroupsBecomeSubMenusWithTheirImagesAndAChoiceIsAccepted) {
   ASSERT_NE(menu, nullptr);
   QStringList top;
   for (QAction* action : menu->actions()) top.append(action->text());
-  EXPECT_EQ(top, (QStringList{"Lisbon", "Spain", "Faro"})) << "the group stands where its first item does";
+  EXPECT_EQ(top, (QStringList{u"Lisbon"_s, u"Spain"_s, u"Faro"_s}))
+      << "the group stands where its first item does";
   EXPECT_FALSE(menu->actions()[1]->icon().isNull()) << "the group's image";
   EXPECT_FALSE(menu->actions()[2]->icon().isNull()) << "an item's image";
   EXPECT_TRUE(menu->actions()[0]->isChecked()) << "the current value";
@@ -150,9 +155,9 @@ TEST(DropDownPopup, GroupsBecomeSubMenusWithTheirImagesAndAChoiceIsAccepted) {
   ASSERT_NE(menu->actions()[1]->menu(), nullptr);
   EXPECT_EQ(menu->actions()[1]->menu()->actions().size(), 2);
 
-  ActionNamed(*menu, "Barcelona")->trigger();
-  EXPECT_EQ(label->Value(), "BCN");
-  EXPECT_EQ(label->GetCaption(), "Barcelona");
+  ActionNamed(*menu, u"Barcelona"_s)->trigger();
+  EXPECT_EQ(label->Value(), u"BCN"_s);
+  EXPECT_EQ(label->GetCaption(), u"Barcelona"_s);
   EXPECT_FALSE(label->Dropped());
 
   label->DropDown();
@@ -162,7 +167,7 @@ TEST(DropDownPopup, GroupsBecomeSubMenusWithTheirImagesAndAChoiceIsAccepted) {
   QTest::keyClick(menu->PopupWidget(), Qt::Key_Escape);
   QTest::qWait(20);  // the cancel is looked at once the menu has closed
   EXPECT_FALSE(label->Dropped());
-  EXPECT_EQ(label->Value(), "BCN");
+  EXPECT_EQ(label->Value(), u"BCN"_s);
   ASSERT_EQ(afterUp.count(), 2);
   EXPECT_FALSE(afterUp.at(1).at(0).toBool());
 }

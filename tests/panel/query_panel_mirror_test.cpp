@@ -12,6 +12,8 @@
 #include "panel/row_controls.h"
 #include "query/sql_param.h"
 
+using namespace Qt::StringLiterals;
+
 namespace ts4test {
 namespace {
 
@@ -97,7 +99,8 @@ class PanelMirrorTest : public QueryPanelTest {
 
   // One gesture of the user, or one change a program makes; returns its name.
   std::string Step() {
-    static const QStringList fields = {"City", "Country", "Order date", "Credit limit", "Status"};
+    static const QStringList fields = {u"City"_s, u"Country"_s, u"Order date"_s, u"Credit limit"_s,
+                                       u"Status"_s};
     const std::vector<TFilterCond*> conds = ShownConditions();
     TFilterCond* cond =
         conds.empty() ? nullptr : conds[static_cast<std::size_t>(Pick(static_cast<int>(conds.size())))];

@@ -24,6 +24,8 @@
 #include "structure/db_info.h"
 #include "test_support.h"
 
+using namespace Qt::StringLiterals;
+
 namespace ts4test {
 namespace {
 
@@ -59,14 +61,14 @@ TEST_F(PanelLinesTest, LinesStandAtTheirNumbersIndentedByDepth) {
     EXPECT_EQ(panel_->RowCheckBox(row)->x(), 5);
     EXPECT_EQ(panel_->RowCheckBox(row)->y(), 22 * line + 5);
   }
-  EXPECT_EQ(panel_->RowButton(*deep_)->Caption(), "2.1.1");
-  EXPECT_EQ(Word(Root(), rciFirst), "Choose records where ");
-  EXPECT_EQ(Word(Root(), rciSecond), "all");
-  EXPECT_EQ(Word(*inner_, rciValue1), " of the following apply");
+  EXPECT_EQ(panel_->RowButton(*deep_)->Caption(), u"2.1.1"_s);
+  EXPECT_EQ(Word(Root(), rciFirst), u"Choose records where "_s);
+  EXPECT_EQ(Word(Root(), rciSecond), u"all"_s);
+  EXPECT_EQ(Word(*inner_, rciValue1), u" of the following apply"_s);
 
   // The add-row line under the last line, at its button's left.
   const QLabel* addRow = panel_->AddRowLabel();
-  EXPECT_EQ(addRow->text(), "< Click here to add new condition >");
+  EXPECT_EQ(addRow->text(), u"< Click here to add new condition >"_s);
   EXPECT_EQ(addRow->pos(), QPoint(25, 22 * 5 + 5 + 16 + 3 + 2));
   TQPAppearanceOptions options = panel_->Appearance()->Options();
   panel_->Appearance()->SetOptions(options.Exclude(aoShowAddRow));
@@ -88,18 +90,18 @@ TEST_F(PanelLinesTest, AndOrStyleGivesBracketsNoLineAndJoinsRowsByTheirBracketsW
   EXPECT_EQ(outer.GetRow(1)->RowNum(), 3);
   EXPECT_EQ(last_->RowNum(), 4);
   EXPECT_EQ(panel_->LineCount(), 5);
-  EXPECT_EQ(Word(*first_, rciAndOr), "and");
-  EXPECT_EQ(Word(*last_, rciAndOr), "") << "nothing follows the last row of a bracket";
+  EXPECT_EQ(Word(*first_, rciAndOr), u"and"_s);
+  EXPECT_EQ(Word(*last_, rciAndOr), u""_s) << "nothing follows the last row of a bracket";
   EXPECT_EQ(panel_->RowControl(*first_, rciAndOr)->palette().color(QPalette::WindowText), QColor(Qt::black));
 
-  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*first_, rciAndOr)), "or");
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*first_, rciAndOr)), u"or"_s);
   EXPECT_EQ(Root().LinkType(), fltAny);
-  EXPECT_EQ(Word(*outer.GetRow(1), rciAndOr), "or")
+  EXPECT_EQ(Word(*outer.GetRow(1), rciAndOr), u"or"_s)
       << "the last row of a bracket is joined by the one around it";
-  EXPECT_EQ(Word(*deep_, rciAndOr), "and");
-  EXPECT_EQ(Word(Root(), rciFirst), "Choose records where");
+  EXPECT_EQ(Word(*deep_, rciAndOr), u"and"_s);
+  EXPECT_EQ(Word(Root(), rciFirst), u"Choose records where"_s);
   Root().SetLinkType(fltNotAll);
-  EXPECT_EQ(Word(*first_, rciAndOr), "and") << "not all joins by and";
+  EXPECT_EQ(Word(*first_, rciAndOr), u"and"_s) << "not all joins by and";
 }
 
 TEST_F(PanelLinesTest, OnlyLinesNearTheViewHaveWidgetsAndTheCurrentRowCanBeAnywhere) {
@@ -113,7 +115,7 @@ TEST_F(PanelLinesTest, OnlyLinesNearTheViewHaveWidgetsAndTheCurrentRowCanBeAnywh
   QTest::keyClick(panel_.get(), Qt::Key_Down);
   EXPECT_EQ(panel_->GetCurrentRowNum(), 1501);
   const TFilterRow& next = *panel_->GetRowByNum(1501);
-  EXPECT_EQ(Word(next, rciValue1), "City 1495");
+  EXPECT_EQ(Word(next, rciValue1), u"City 1495"_s);
   const int top = panel_->RowButton(next)->y();
   EXPECT_EQ(top, 22 * 1501 + 5 - panel_->verticalScrollBar()->value());
   EXPECT_TRUE(panel_->viewport()->rect().contains(panel_->RowButton(next)->geometry()));
@@ -194,7 +196,7 @@ TEST_F(PanelLinesTest, DeletingTheOnlyRowOfABracketTakesTheBracketAndRenumbers) 
   QTest::keyClick(panel_.get(), Qt::Key_Delete, Qt::ControlModifier);
   ASSERT_EQ(Root().GetRowCount(), 2) << "the empty brackets went with it";
   EXPECT_EQ(panel_->LineCount(), 3);
-  EXPECT_EQ(panel_->RowButton(*last_)->Caption(), "2");
+  EXPECT_EQ(panel_->RowButton(*last_)->Caption(), u"2"_s);
   EXPECT_EQ(panel_->RowButton(*last_)->y(), 22 * 2 + 5);
   EXPECT_EQ(panel_->GetCurrentRow(), last_)
       << "moved onto the line that took its place... or up from the end";
@@ -217,7 +219,7 @@ TEST_F(PanelLinesTest, RowMenuActsOnTheRowOfItsButtonAndThePanelMenuNeedsFields)
   EXPECT_EQ(Root().GetRowCount(), 3);
 
   structure_.reset();  // the rows lose their fields and show it
-  EXPECT_EQ(Word(*last_, rciFirst), "_____");
+  EXPECT_EQ(Word(*last_, rciFirst), u"_____"_s);
   TWDBStructure empty;
   panel_->SetDbStruct(&empty);
   panel_->MainButtonClick();
@@ -264,11 +266,11 @@ TEST_F(QueryPanelTest, ValuesGetTheEditorsTheirFieldsAsk) {
   EXPECT_NE(qobject_cast<TDropDownCheckListBox*>(panel_->RowControl(*inList, rciValue1)), nullptr);
   EXPECT_EQ(qobject_cast<TDropDownEdit*>(panel_->RowControl(*between, rciValue2))->ValueType(),
             TDropDownCustomEdit::vtFloat);
-  EXPECT_EQ(Word(*between, rciBetween), "and");
-  EXPECT_EQ(Word(*date, rciValue2), "");
+  EXPECT_EQ(Word(*between, rciBetween), u"and"_s);
+  EXPECT_EQ(Word(*date, rciValue2), u""_s);
   // Another operator makes the value's editor again.
   between->SetOperator(structure_->OperatorByName("InList"));
-  EXPECT_EQ(Word(*between, rciBetween), "");
+  EXPECT_EQ(Word(*between, rciBetween), u""_s);
   EXPECT_EQ(panel_->RowControl(*between, rciValue2), nullptr);
 }
 
@@ -277,32 +279,33 @@ TEST_F(QueryPanelTest, EveryGestureLandsInTheQueryAndTheSQLFollows) {
   ASSERT_EQ(Root().GetRowCount(), 1);
   auto* cond = static_cast<TFilterCond*>(Root().GetRow(0));
   EXPECT_EQ(panel_->GetCurrentRow(), cond);
-  EXPECT_EQ(Word(*cond, rciFirst), "_____");
-  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciFirst)), "City");
+  EXPECT_EQ(Word(*cond, rciFirst), u"_____"_s);
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciFirst)), u"City"_s);
   EXPECT_EQ(cond->Field(), structure_->FieldByID(3));
-  EXPECT_EQ(Word(*cond, rciSecond), "is equal to") << "a field comes with its first operator";
-  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciSecond)), "starts with");
-  Type(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciValue1)), "Par");
+  EXPECT_EQ(Word(*cond, rciSecond), u"is equal to"_s) << "a field comes with its first operator";
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciSecond)), u"starts with"_s);
+  Type(static_cast<TDropDownLabel*>(panel_->RowControl(*cond, rciValue1)), u"Par"_s);
   EXPECT_EQ(cond->Value1(), "Par");
-  EXPECT_NE(panel_->GetQueryText().indexOf("C.CITY like 'Par%'"), -1) << panel_->GetQueryText().toStdString();
-  EXPECT_EQ(panel_->RowButton(*cond)->accessibleDescription(), "City starts with Par");
+  EXPECT_NE(panel_->GetQueryText().indexOf(u"C.CITY like 'Par%'"_s), -1)
+      << panel_->GetQueryText().toStdString();
+  EXPECT_EQ(panel_->RowButton(*cond)->accessibleDescription(), u"City starts with Par"_s);
 
   TFilterCond* country = AddCond(Root(), 4);
-  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*country, rciValue1)), "Germany");
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*country, rciValue1)), u"Germany"_s);
   EXPECT_EQ(country->Value1(), "DE");
   EXPECT_EQ(country->GetCaption(1), "Germany");
-  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(Root(), rciSecond)), "any");
-  EXPECT_NE(panel_->GetQueryText().indexOf("C.COUNTRY = 'DE'"), -1);
-  EXPECT_NE(panel_->GetQueryText().indexOf("'Par%' OR"), -1) << panel_->GetQueryText().toStdString();
+  Choose(static_cast<TDropDownLabel*>(panel_->RowControl(Root(), rciSecond)), u"any"_s);
+  EXPECT_NE(panel_->GetQueryText().indexOf(u"C.COUNTRY = 'DE'"_s), -1);
+  EXPECT_NE(panel_->GetQueryText().indexOf(u"'Par%' OR"_s), -1) << panel_->GetQueryText().toStdString();
 
   panel_->RowCheckBox(*country)->click();
   EXPECT_FALSE(country->Enabled());
-  EXPECT_EQ(panel_->GetQueryText().indexOf("COUNTRY"), -1);
+  EXPECT_EQ(panel_->GetQueryText().indexOf(u"COUNTRY"_s), -1);
 
   // A program changing the query shows at once.
   cond->SetValue(1, "Lyon");
-  EXPECT_EQ(Word(*cond, rciValue1), "Lyon");
-  EXPECT_EQ(panel_->RowButton(*cond)->accessibleDescription(), "City starts with Lyon");
+  EXPECT_EQ(Word(*cond, rciValue1), u"Lyon"_s);
+  EXPECT_EQ(panel_->RowButton(*cond)->accessibleDescription(), u"City starts with Lyon"_s);
 }
 
 TEST_F(QueryPanelTest, ValuesBecomeParametersByMenuAndByCtrlClickAndComeBack) {
@@ -314,15 +317,15 @@ TEST_F(QueryPanelTest, ValuesBecomeParametersByMenuAndByCtrlClickAndComeBack) {
   panel_->ValueMenu()->hide();
   panel_->ValueMenuItemClick(TWQueryPanel::vmtParameter);
   ASSERT_TRUE(cond->Value1IsParam());
-  EXPECT_EQ(Word(*cond, rciValue1), ":Parameter");
+  EXPECT_EQ(Word(*cond, rciValue1), u":Parameter"_s);
   EXPECT_TRUE(value->Fixed());
-  EXPECT_NE(panel_->GetQueryText().indexOf(":Param"), -1);
+  EXPECT_NE(panel_->GetQueryText().indexOf(u":Param"_s), -1);
   panel_->VPopup();
   EXPECT_TRUE(panel_->ValueMenu()->actions()[1]->isChecked());
 
   panel_->ValueMenuItemClick(TWQueryPanel::vmtConstant);
   EXPECT_FALSE(cond->Value1IsParam());
-  EXPECT_EQ(Word(*cond, rciValue1), "Paris") << "the stored value comes back";
+  EXPECT_EQ(Word(*cond, rciValue1), u"Paris"_s) << "the stored value comes back";
   EXPECT_FALSE(value->Fixed());
 
   QTest::mouseClick(value, Qt::LeftButton, Qt::ControlModifier);
@@ -369,7 +372,7 @@ TEST_F(QueryPanelTest, SQLListsAreFilledThroughTheStructuresProvider) {
   TFilterCond* rep = AddCond(Root(), 11);
   rep->SetValue(1, "9");
   EXPECT_NE(provider.asked.find("FROM EMPLOYEES"), std::string::npos);
-  EXPECT_EQ(Word(*rep, rciValue1), "Bo Ek");
+  EXPECT_EQ(Word(*rep, rciValue1), u"Bo Ek"_s);
   Choose(static_cast<TDropDownLabel*>(panel_->RowControl(*rep, rciValue1)), QStringLiteral("Ann Lee"));
   EXPECT_EQ(rep->Value1(), "7");
   structure_->SetDatabaseInfo(nullptr);
@@ -401,7 +404,7 @@ TEST_F(QueryPanelTest, SubQueriesAreEditedInTheirDialog) {
   in->SetValueType(TOpValueType::vtSubQuery);
   TFilterCond* cond = AddCond(Root(), 3);
   cond->SetOperator(in);
-  EXPECT_EQ(Word(*cond, rciValue1), "Sub-query");
+  EXPECT_EQ(Word(*cond, rciValue1), u"Sub-query"_s);
   QTimer::singleShot(0, [] {
     auto* dialog = QApplication::activeModalWidget();
     ASSERT_NE(dialog, nullptr);
@@ -427,8 +430,8 @@ TEST_F(QueryPanelTest, TabGoesThroughTheWordsInLineOrderAndOut) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     if (auto* label = qobject_cast<QLabel*>(QApplication::focusWidget())) visited.append(label->text());
   }
-  EXPECT_EQ(visited, (QStringList{"all", "City", "is equal to", "_____", "Country", "is equal to", "_____",
-                                  "< Click here to add new condition >"}))
+  EXPECT_EQ(visited, (QStringList{u"all"_s, u"City"_s, u"is equal to"_s, u"_____"_s, u"Country"_s,
+                                  u"is equal to"_s, u"_____"_s, u"< Click here to add new condition >"_s}))
       << "words, with the lines' buttons and check boxes between them";
   EXPECT_TRUE(after->hasFocus());
   QTest::keyClick(after, Qt::Key_Backtab);
@@ -449,18 +452,18 @@ TEST_F(QueryPanelTest, TabGoesThroughTheWordsInLineOrderAndOut) {
 
 TEST_F(QueryPanelTest, SentencesWithoutTheirAtAreRefusedAndTheCaptionsStay) {
   const QStringList before = panel_->Titles();
-  ExpectError<EWQueryPanelError>([&] { panel_->SetTitle("ttlFilter", "Choose records"); }, 4,
+  ExpectError<EWQueryPanelError>([&] { panel_->SetTitle(u"ttlFilter"_s, u"Choose records"_s); }, 4,
                                  "Invalid filter title");
   ExpectError<EWQueryPanelError>(
       [&] {
-        panel_->SetTitles({"[Query Panel]", "ttlBracket=of the following"});
+        panel_->SetTitles({u"[Query Panel]"_s, u"ttlBracket=of the following"_s});
       },
       5, "Invalid string format");
   EXPECT_EQ(panel_->Titles(), before);
-  panel_->SetTitles({"[Query Panel]", "ttlFilter=Show rows where @ hold", "ttlAll=all of these"});
-  EXPECT_EQ(Word(Root(), rciFirst), "Show rows where ");
-  EXPECT_EQ(Word(Root(), rciSecond), "all of these");
-  EXPECT_EQ(Word(Root(), rciValue1), " hold");
+  panel_->SetTitles({u"[Query Panel]"_s, u"ttlFilter=Show rows where @ hold"_s, u"ttlAll=all of these"_s});
+  EXPECT_EQ(Word(Root(), rciFirst), u"Show rows where "_s);
+  EXPECT_EQ(Word(Root(), rciSecond), u"all of these"_s);
+  EXPECT_EQ(Word(Root(), rciValue1), u" hold"_s);
 }
 
 }  // namespace

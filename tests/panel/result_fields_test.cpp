@@ -22,6 +22,8 @@
 #include "query/query.h"
 #include "structure/structure.h"
 
+using namespace Qt::StringLiterals;
+
 namespace ts4test {
 namespace {
 
@@ -83,18 +85,18 @@ TEST_F(ResultFieldsTest, PanelFollowsTheQueryUntilItGoes) {
   TWResultFieldsPanel panel;
   panel.SetQuery(query_.get());
   QTreeWidget& list = *panel.FieldList();
-  EXPECT_EQ(list.headerItem()->text(2), "Sorting type");
-  EXPECT_EQ(panel.EditButton()->text(), "Result Fields Editor");
+  EXPECT_EQ(list.headerItem()->text(2), u"Sorting type"_s);
+  EXPECT_EQ(panel.EditButton()->text(), u"Result Fields Editor"_s);
 
   Fields().Add(Field("Company"));
   Fields().AddByExpression("SUM({Order total})", stDescending, "Total");
   ASSERT_EQ(list.topLevelItemCount(), 2);
-  EXPECT_EQ(list.topLevelItem(1)->text(0), "Total");
-  EXPECT_EQ(list.topLevelItem(1)->text(1), "SUM({Order total})");
-  EXPECT_EQ(list.topLevelItem(1)->text(2), "Descending");
+  EXPECT_EQ(list.topLevelItem(1)->text(0), u"Total"_s);
+  EXPECT_EQ(list.topLevelItem(1)->text(1), u"SUM({Order total})"_s);
+  EXPECT_EQ(list.topLevelItem(1)->text(2), u"Descending"_s);
 
   query_->SetTitle("ttlDescending", "absteigend");
-  EXPECT_EQ(list.topLevelItem(1)->text(2), "absteigend");
+  EXPECT_EQ(list.topLevelItem(1)->text(2), u"absteigend"_s);
 
   // The sorting column edits in place and writes to the query.
   list.setCurrentItem(list.topLevelItem(0));
@@ -103,7 +105,7 @@ TEST_F(ResultFieldsTest, PanelFollowsTheQueryUntilItGoes) {
   ASSERT_NE(box, nullptr);
   QTest::keyClick(box, Qt::Key_Down);
   EXPECT_EQ(Fields()[0]->Sorting(), stAscending);
-  EXPECT_EQ(list.topLevelItem(0)->text(2), "Ascending");
+  EXPECT_EQ(list.topLevelItem(0)->text(2), u"Ascending"_s);
 
   query_->ClearQuery();
   EXPECT_EQ(list.topLevelItemCount(), 0);
@@ -124,7 +126,7 @@ TEST_F(ResultFieldsTest, SumOfAFieldGroupsByTheOthers) {
   Make(editor, "Company");
   Make(editor, "Order total");
   Child<QComboBox>(editor, "aggregateBox")->setCurrentIndex(1);
-  EXPECT_EQ(Rows(editor.Fields()), QStringList({"Company=@1", "SUM(Order total)=SUM(@1)"}));
+  EXPECT_EQ(Rows(editor.Fields()), QStringList({u"Company=@1"_s, u"SUM(Order total)=SUM(@1)"_s}));
   EXPECT_EQ(counter_.count, 0);  // the copy is edited, not the query
 
   Child<QDialogButtonBox>(editor, "")->button(QDialogButtonBox::Ok)->click();
@@ -151,7 +153,7 @@ TEST_F(ResultFieldsTest, DeletingAsksAndCancelForgetsEveryEdit) {
     answer = true;
     Click(editor, "deleteButton");
     EXPECT_EQ(editor.Fields().Count(), 3);
-    EXPECT_EQ(asked, QStringList({"Delete Field \"Company\"?", "Delete Field \"Company\"?"}));
+    EXPECT_EQ(asked, QStringList({u"Delete Field \"Company\"?"_s, u"Delete Field \"Company\"?"_s}));
     Click(editor, "newButton");
     Child<QAbstractButton>(editor, "justSorting")->click();
     editor.reject();
@@ -183,7 +185,7 @@ TEST_F(ResultFieldsTest, OperatorButtonsExtendTheFormula) {
   Make(editor, "Order total");
   Child<QLineEdit>(editor, "captionEdit")->setText(QStringLiteral("Net"));
   Click(editor, "divideButton");
-  EXPECT_EQ(Rows(editor.Fields()), QStringList({"Net=@1 / @2"}));
+  EXPECT_EQ(Rows(editor.Fields()), QStringList({u"Net=@1 / @2"_s}));
 }
 
 TEST_F(ResultFieldsTest, SortedFieldsOrderTheStatement) {
@@ -195,11 +197,11 @@ TEST_F(ResultFieldsTest, SortedFieldsOrderTheStatement) {
   }
   auto* sorted = Child<QListWidget>(editor, "sortedFields");
   ASSERT_EQ(sorted->count(), 2);
-  EXPECT_EQ(sorted->item(1)->text(), "City");  // sorted last goes last
+  EXPECT_EQ(sorted->item(1)->text(), u"City"_s);  // sorted last goes last
   EXPECT_FALSE(Child<QWidget>(editor, "sortUpButton")->isEnabled());
   sorted->setCurrentRow(1);
   Click(editor, "sortUpButton");
-  EXPECT_EQ(sorted->item(0)->text(), "City");
+  EXPECT_EQ(sorted->item(0)->text(), u"City"_s);
   EXPECT_EQ(sorted->currentRow(), 0);
   // Ctrl+Up moves a column; the positions ORDER BY names follow it.
   auto* fields = Child<QTreeWidget>(editor, "resultFields");
@@ -209,7 +211,7 @@ TEST_F(ResultFieldsTest, SortedFieldsOrderTheStatement) {
   fields->setFocus();
   fields->setCurrentItem(fields->topLevelItem(1));
   QTest::keyClick(fields, Qt::Key_Up, Qt::ControlModifier);
-  EXPECT_EQ(fields->topLevelItem(0)->text(0), "City");
+  EXPECT_EQ(fields->topLevelItem(0)->text(0), u"City"_s);
   EXPECT_EQ(fields->currentItem(), fields->topLevelItem(0));
   editor.accept();
   const std::string sql = query_->GetQueryText();
@@ -226,13 +228,13 @@ TEST_F(ResultFieldsTest, AnUnknownNameKeepsTheFormula) {
   expression->setText(QStringLiteral("{Nothing} * 2"));
   editor.accept();  // refused: the dialog stays open, the query as it was
   EXPECT_EQ(counter_.count, told);
-  EXPECT_EQ(errors, QStringList({"Unknown field in expression: Nothing"}));
-  EXPECT_EQ(expression->text(), "{Order total} * 2");
-  EXPECT_EQ(Rows(editor.Fields()), QStringList({"Order total * 2=@1 * 2"}));
+  EXPECT_EQ(errors, QStringList({u"Unknown field in expression: Nothing"_s}));
+  EXPECT_EQ(expression->text(), u"{Order total} * 2"_s);
+  EXPECT_EQ(Rows(editor.Fields()), QStringList({u"Order total * 2=@1 * 2"_s}));
 
   expression->setText(QStringLiteral("{Quantity} * {List price}"));
   emit expression->editingFinished();
-  EXPECT_EQ(Rows(editor.Fields()), QStringList({"Quantity * List price=@1 * @2"}));
+  EXPECT_EQ(Rows(editor.Fields()), QStringList({u"Quantity * List price=@1 * @2"_s}));
 }
 
 }  // namespace
